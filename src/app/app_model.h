@@ -1,0 +1,82 @@
+#pragma once
+
+#include <string>
+
+#include "base/published.h"
+#include "base/weak_anchor.h"
+#include "capture/clipboard_monitor.h"
+#include "platform/application.h"
+#include "platform/clock.h"
+#include "platform/file_system.h"
+#include "platform/localized_strings.h"
+#include "platform/main_queue.h"
+#include "platform/pasteboard.h"
+#include "platform/system_log.h"
+#include "platform/timers.h"
+#include "platform/user_defaults.h"
+#include "store/clip_store.h"
+
+namespace brimlo {
+
+/// What the model asks of the desktop. All of it outlives the model.
+struct Services {
+  Application& application;
+  const Clock& clock;
+  FileSystem& files;
+  std::string dataFolder;  ///< where the stores keep their files
+  const LocalizedStrings& strings;
+  MainQueue& queue;
+  Pasteboard& pasteboard;
+  SystemLog& log;
+  Timers& timers;
+  UserDefaults& defaults;
+};
+
+/// The one central object: owns every long-lived component, holds the settings, publishes the
+/// state that the views observe, and joins the components. Lives until the process ends.
+/// Main thread.
+class AppModel {
+ public:
+  /// Starts everything: loads the history, reads the settings, begins to watch the pasteboard.
+  explicit AppModel(const Services& services);
+
+  ClipStore& store() { return store_; }
+  ClipboardMonitor& monitor() { return monitor_; }
+
+  const Published<std::string>& syncStatus() const { return syncStatus_; }
+  const Published<bool>& isSyncing() const { return isSyncing_; }
+  /// When the model started: milliseconds since 1970.
+  double launchMs() const { return launchMs_; }
+
+  /// Whether a clip that a phone sends is put on the pasteboard.
+  const Published<bool>& autoApply() const { return autoApply_; }
+  /// Whether the global hotkey is registered.
+  const Published<bool>& quickPasteEnabled() const { return quickPasteEnabled_; }
+  /// Whether password-like text is kept out of the history.
+  const Published<bool>& excludePasswords() const { return excludePasswords_; }
+
+  /// Each publishes the value, then writes it to the user defaults, whether it changed or not.
+  void setAutoApply(bool enabled);
+  void setQuickPasteEnabled(bool enabled);
+  void setExcludePasswords(bool enabled);
+
+  /// Takes a newly copied text into the history, unless it is to be kept out.
+  void handleCapturedText(const std::string& text);
+
+  /// Stops what runs, makes a last attempt at anything unsaved, and ends the process.
+  void quit();
+
+ private:
+  Services services_;
+  ClipStore store_;
+  ClipboardMonitor monitor_;
+  Published<std::string> syncStatus_;
+  Published<bool> isSyncing_;
+  double launchMs_;
+  Published<bool> autoApply_;
+  Published<bool> quickPasteEnabled_;
+  Published<bool> excludePasswords_;
+  WeakAnchor anchor_;
+};
+
+}  // namespace brimlo

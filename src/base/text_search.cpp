@@ -1,0 +1,120 @@
+#include "base/text_search.h"
+
+#include <unicode/locid.h>
+#include <unicode/normalizer2.h>
+#include <unicode/uchar.h>
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
+#include <algorithm>
+
+#include "base/unicode_text.h"
+
+namespace brimlo {
+namespace {
+
+char lowered(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
+}
+
+/// The first place at or after `from` where `text` holds `query` (lower case), cases of ASCII
+/// letters aside.
+std::size_t findAscii(std::string_view text, std::string_view query, std::size_t from) {
+  const auto found =
+      std::search(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), query.begin(),
+                  query.end(), [](char t, char q) { return lowered(t) == q; });
+  return found == text.end() ? std::string_view::npos
+                             : static_cast<std::size_t>(found - text.begin());
+}
+
+bool combines(UChar32 c) {
+  return c >= 0x300 && u_getIntPropertyValue(c, UCHAR_GRAPHEME_CLUSTER_BREAK) == U_GCB_EXTEND;
+}
+
+/// Whether folding `c`, not ASCII itself, gives an ASCII character that stands on its own: ß, ŉ,
+/// ſ, the Greek question mark, ẚ, ẞ, the Greek varia, the Kelvin sign and the Latin ligatures.
+bool foldsToAscii(UChar32 c) {
+  switch (c) {
+    case 0x00DF:
+    case 0x0149:
+    case 0x017F:
+    case 0x037E:
+    case 0x1E9A:
+    case 0x1E9E:
+    case 0x1FEF:
+    case 0x212A:
+      return true;
+    default:
+      return c >= 0xFB00 && c <= 0xFB06;
+  }
+}
+
+bool anyFoldsToAscii(std::string_view text) {
+  const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+  const auto size = static_cast<std::int64_t>(text.size());
+  for (std::int64_t i = 0; i < size;) {
+    UChar32 c;
+    U8_NEXT_OR_FFFD(bytes, i, size, c);
+    if (c >= 0x80 && foldsToAscii(c)) return true;
+  }
+  return false;
+}
+
+bool combinesAt(std::string_view text, std::size_t index) {
+  if (index >= text.size()) return false;
+  const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+  auto i = static_cast<std::int64_t>(index);
+  UChar32 c;
+  U8_NEXT_OR_FFFD(bytes, i, static_cast<std::int64_t>(text.size()), c);
+  return combines(c);
+}
+
+icu::UnicodeString fold(std::string_view text, std::uint32_t options) {
+  icu::UnicodeString folded =
+      icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())});
+  folded.foldCase(options);
+  UErrorCode status = U_ZERO_ERROR;
+  const icu::Normalizer2* nfd = icu::Normalizer2::getNFDInstance(status);
+  if (U_FAILURE(status)) return folded;
+  const icu::UnicodeString decomposed = nfd->normalize(folded, status);
+  return U_SUCCESS(status) ? decomposed : folded;
+}
+
+}  // namespace
+
+CaseInsensitiveSearch::CaseInsensitiveSearch(std::string_view query,
+                                             const std::string& localeName) {
+  const std::string language = icu::Locale::createFromName(localeName.c_str()).getLanguage();
+  const bool dotlessI = language == "tr" || language == "az";
+  foldOptions_ = dotlessI ? U_FOLD_CASE_EXCLUDE_SPECIAL_I : U_FOLD_CASE_DEFAULT;
+  folded_ = fold(query, foldOptions_);
+  std::string folded;
+  folded_.toUTF8String(folded);
+  const bool bytewise = isAscii(folded) && !(dotlessI && folded.find('i') != std::string::npos);
+  if (bytewise) asciiQuery_ = std::move(folded);
+}
+
+bool CaseInsensitiveSearch::foundIn(std::string_view text) const {
+  if (folded_.isEmpty()) return true;
+  const bool plain = isAscii(text);
+  if (asciiQuery_.empty()) {
+    const bool canMatch = !plain || foldOptions_ == U_FOLD_CASE_EXCLUDE_SPECIAL_I;
+    return canMatch && foundInFolded(text);
+  }
+  for (auto at = findAscii(text, asciiQuery_, 0); at != std::string_view::npos;
+       at = findAscii(text, asciiQuery_, at + 1)) {
+    if (plain || !combinesAt(text, at + asciiQuery_.size())) return true;
+  }
+  return !plain && anyFoldsToAscii(text) && foundInFolded(text);
+}
+
+bool CaseInsensitiveSearch::foundInFolded(std::string_view text) const {
+  const icu::UnicodeString folded = fold(text, foldOptions_);
+  for (std::int32_t at = folded.indexOf(folded_); at >= 0; at = folded.indexOf(folded_, at + 1)) {
+    const std::int32_t end = at + folded_.length();
+    if (end >= folded.length() || !combines(folded.char32At(end))) return true;
+  }
+  return false;
+}
+
+}  // namespace brimlo

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// Text rules of the whole program. A text is valid UTF-8 in a `std::string`, NUL characters
+/// included. Every function has a fast path for ASCII. None of them fails; any thread.
+namespace brimlo {
+
+enum class WhiteSpace {
+  kWithNewlines,  ///< general category Z, tab, U+000A to U+000D, U+0085
+  kInline,        ///< general category Zs and tab; line breaks stay
+};
+
+bool isAscii(std::string_view text);
+
+/// `text` without the characters of `set` at both ends; a view into `text`.
+std::string_view trimmed(std::string_view text, WhiteSpace set);
+
+/// The number of user-perceived characters: extended grapheme clusters (UAX #29).
+std::size_t characterCount(std::string_view text);
+
+/// Whether the texts are canonically equivalent: equal after NFC.
+bool canonicallyEqual(std::string_view a, std::string_view b);
+
+/// A hash that canonically equivalent texts share. Not stable between runs; never store it.
+std::size_t canonicalHash(std::string_view text);
+
+/// Replaces every maximal ill-formed sequence of `bytes` by U+FFFD; returns valid UTF-8 as it is.
+std::string toValidUtf8(std::string bytes);
+
+}  // namespace brimlo

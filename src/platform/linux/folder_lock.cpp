@@ -1,0 +1,19 @@
+#include "platform/linux/folder_lock.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include <cerrno>
+
+namespace brimlo {
+
+FolderLock::FolderLock(const std::string& folder)
+    : folder_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+  if (flock(folder_.get(), LOCK_EX | LOCK_NB) == 0) {
+    state_ = State::kHeld;
+  } else {
+    state_ = errno == EWOULDBLOCK ? State::kHeldByAnother : State::kUnavailable;
+  }
+}
+
+}  // namespace brimlo

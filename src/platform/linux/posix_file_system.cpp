@@ -1,0 +1,186 @@
+#include "platform/linux/posix_file_system.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <limits>
+#include <new>
+
+#include "platform/linux/file_descriptor.h"
+#include "platform/linux/xdg_folders.h"
+
+namespace brimlo {
+namespace {
+
+std::error_code lastError() {
+  return {errno, std::generic_category()};
+}
+
+std::string parentOf(const std::string& path) {
+  return path.substr(0, path.find_last_of('/'));
+}
+
+std::error_code syncFolder(const std::string& path) {
+  const FileDescriptor folder(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!folder || fsync(folder.get()) != 0) return lastError();
+  return {};
+}
+
+/// Writes to a descriptor; keeps the first error and ignores what comes after it.
+class DescriptorSink : public ByteSink {
+ public:
+  explicit DescriptorSink(int fd) : fd_(fd) {}
+
+  void append(std::string_view bytes) override {
+    while (!error_ && !bytes.empty()) {
+      const ssize_t written = write(fd_, bytes.data(), bytes.size());
+      if (written >= 0) {
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+        unflushed_ += written;
+      } else if (errno != EINTR) {
+        error_ = lastError();
+      }
+    }
+    // The disk works on what is there while the rest is being made.
+    constexpr off_t kEnough = off_t{4} * 1024 * 1024;
+    if (unflushed_ < kEnough) return;
+    sync_file_range(fd_, flushed_, unflushed_, SYNC_FILE_RANGE_WRITE);
+    flushed_ += std::exchange(unflushed_, 0);
+  }
+
+  std::error_code finish() {
+    if (!error_ && fdatasync(fd_) != 0) error_ = lastError();
+    return error_;
+  }
+
+ private:
+  int fd_;
+  off_t flushed_ = 0;
+  off_t unflushed_ = 0;
+  std::error_code error_;
+};
+
+/// "…/clips.json.damaged-2026-03-01T09-30-00Z", with "-2", "-3", … where that is taken.
+std::string damagedName(const std::string& path, int attempt) {
+  const std::time_t now = std::time(nullptr);
+  std::tm utc{};
+  gmtime_r(&now, &utc);
+  std::array<char, 32> stamp{};
+  std::strftime(stamp.data(), stamp.size(), "%Y-%m-%dT%H-%M-%SZ", &utc);
+  const std::string name = path + ".damaged-" + stamp.data();
+  return attempt == 1 ? name : name + "-" + std::to_string(attempt);
+}
+
+/// Renames without replacing anything, also where the file system cannot promise that by itself.
+int renameToFreeName(const std::string& from, const std::string& to) {
+  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
+  if (errno != EINVAL && errno != ENOSYS) return -1;
+  struct stat taken;
+  if (lstat(to.c_str(), &taken) == 0) {
+    errno = EEXIST;
+    return -1;
+  }
+  return rename(from.c_str(), to.c_str());
+}
+
+}  // namespace
+
+std::optional<std::string> PosixFileSystem::applicationSupportFolder() const {
+  return xdgDataHome();
+}
+
+std::string PosixFileSystem::temporaryFolder() const {
+  for (const char* variable : {"XDG_RUNTIME_DIR", "TMPDIR"}) {
+    const char* folder = std::getenv(variable);
+    if (folder && *folder == '/') return folder;
+  }
+  return "/tmp";
+}
+
+std::error_code PosixFileSystem::createPrivateFolder(const std::string& path) {
+  std::error_code error;
+  for (std::size_t end = path.find('/', 1);; end = path.find('/', end + 1)) {
+    error = mkdir(path.substr(0, end).c_str(), 0700) == 0 ? std::error_code() : lastError();
+    if (end == std::string::npos) break;
+  }
+  const FileDescriptor folder(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!folder) return error && error != std::errc::file_exists ? error : lastError();
+  struct stat status;
+  if (fstat(folder.get(), &status) != 0) return lastError();
+  if (status.st_uid != geteuid()) return std::make_error_code(std::errc::permission_denied);
+  if ((status.st_mode & 077) != 0 && fchmod(folder.get(), 0700) != 0) return lastError();
+  return {};
+}
+
+FileSystem::ReadResult PosixFileSystem::read(const std::string& path) const {
+  // Non-blocking: opening a named pipe would wait for somebody to write to it.
+  const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  struct stat status;
+  if (!file || fstat(file.get(), &status) != 0) return {std::nullopt, lastError()};
+  if (S_ISDIR(status.st_mode))
+    return {std::nullopt, std::make_error_code(std::errc::is_a_directory)};
+  if (!S_ISREG(status.st_mode)) {
+    return {std::nullopt, std::make_error_code(std::errc::invalid_argument)};
+  }
+  const auto size = static_cast<std::size_t>(status.st_size);
+  // The JSON parser counts in 32 bits.
+  if (size >= std::numeric_limits<std::uint32_t>::max() - FileContents::kPadding) {
+    return {std::nullopt, std::make_error_code(std::errc::file_too_large)};
+  }
+  FileContents contents;
+  contents.bytes.reset(new (std::nothrow) char[size + FileContents::kPadding]);
+  if (!contents.bytes) return {std::nullopt, std::make_error_code(std::errc::not_enough_memory)};
+  while (contents.size < size) {
+    const ssize_t got =
+        ::read(file.get(), contents.bytes.get() + contents.size, size - contents.size);
+    if (got == 0) break;
+    if (got > 0) {
+      contents.size += static_cast<std::size_t>(got);
+    } else if (errno != EINTR) {
+      return {std::nullopt, lastError()};
+    }
+  }
+  return {std::move(contents), {}};
+}
+
+std::error_code PosixFileSystem::replace(const std::string& path,
+                                         const std::function<void(ByteSink&)>& produce) {
+  const std::string temporary = path + ".tmp";
+  unlink(temporary.c_str());
+  {
+    const FileDescriptor file(
+        open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600));
+    if (!file) return lastError();
+    DescriptorSink sink(file.get());
+    produce(sink);
+    if (const std::error_code error = sink.finish()) {
+      unlink(temporary.c_str());
+      return error;
+    }
+  }
+  if (rename(temporary.c_str(), path.c_str()) != 0) {
+    const std::error_code error = lastError();
+    unlink(temporary.c_str());
+    return error;
+  }
+  return syncFolder(parentOf(path));
+}
+
+FileSystem::AsideResult PosixFileSystem::setAside(const std::string& path) {
+  constexpr int kAttempts = 100;
+  for (int attempt = 1; attempt <= kAttempts; ++attempt) {
+    std::string name = damagedName(path, attempt);
+    if (renameToFreeName(path, name) == 0) return {std::move(name), syncFolder(parentOf(path))};
+    if (errno == ENOENT) return {};
+    if (errno != EEXIST) return {{}, lastError()};
+  }
+  return {{}, std::make_error_code(std::errc::file_exists)};
+}
+
+}  // namespace brimlo

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/file_system.h"
+
+namespace brimlo {
+
+/// Files of a POSIX system, in the folders that the XDG Base Directory Specification names.
+/// A file being written stands beside its target under the target's name with ".tmp" behind it;
+/// one left by a crash is overwritten by the next save.
+class PosixFileSystem : public FileSystem {
+ public:
+  std::optional<std::string> applicationSupportFolder() const override;
+  std::string temporaryFolder() const override;
+  std::error_code createPrivateFolder(const std::string& path) override;
+  ReadResult read(const std::string& path) const override;
+  std::error_code replace(const std::string& path,
+                          const std::function<void(ByteSink&)>& produce) override;
+  AsideResult setAside(const std::string& path) override;
+};
+
+}  // namespace brimlo

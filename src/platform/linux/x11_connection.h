@@ -1,0 +1,87 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/linux/x11_atoms.h"
+
+class QSocketNotifier;
+
+namespace brimlo {
+
+struct FreeXcb {
+  void operator()(void* memory) const { std::free(memory); }
+};
+template <typename T>
+using XcbPtr = std::unique_ptr<T, FreeXcb>;
+
+/// A connection to the X server, served by the main run loop. After opening, nothing here waits
+/// for the server: replies are handed to continuations, in order among the events. Main thread.
+class X11Connection {
+ public:
+  struct OpenResult {
+    std::unique_ptr<X11Connection> connection;  ///< null on failure
+    std::string fault;                          ///< then, what is wrong
+  };
+  /// Connects to the display that the environment names, and waits for the server's first answers.
+  static OpenResult open();
+  ~X11Connection();
+
+  xcb_connection_t* xcb() const { return xcb_.get(); }
+  xcb_window_t root() const { return root_; }
+  const X11Atoms& atoms() const { return atoms_; }
+  /// The number of the first event of the XFIXES extension.
+  std::uint8_t xfixesFirstEvent() const { return xfixesFirstEvent_; }
+
+  /// Receives every event. Errors of requests without a reply are dropped: they come of windows
+  /// of other clients that went away, which their owners learn by other events.
+  void setEventHandler(std::function<void(const xcb_generic_event_t&)> onEvent);
+
+  /// Called once, from the run loop, when the server is gone.
+  void setLostHandler(std::function<void()> onLost);
+
+  /// Calls `then` with the reply to the request of `sequence`, or null when the request failed.
+  /// Requests must be registered in the order they were made.
+  template <typename Reply>
+  void whenReplied(unsigned sequence, std::function<void(const Reply*)> then) {
+    pending_.push_back({sequence, [then = std::move(then)](const void* reply) {
+                          then(static_cast<const Reply*>(reply));
+                        }});
+  }
+
+  /// Sends what was requested. To be called after requests made outside the event handler.
+  void flush();
+
+ private:
+  struct FreeConnection {
+    void operator()(xcb_connection_t* xcb) const { xcb_disconnect(xcb); }
+  };
+  struct PendingReply {
+    unsigned sequence;
+    std::function<void(const void*)> then;
+  };
+
+  explicit X11Connection(xcb_connection_t* xcb, int screen);
+  bool prepareExtensions();
+  void processSoon();
+  void process();
+  void dispatch(const xcb_generic_event_t& event);
+  bool deliverReply();
+
+  std::unique_ptr<xcb_connection_t, FreeConnection> xcb_;
+  xcb_window_t root_;
+  X11Atoms atoms_;
+  std::uint8_t xfixesFirstEvent_ = 0;
+  std::deque<PendingReply> pending_;
+  std::function<void(const xcb_generic_event_t&)> onEvent_;
+  std::function<void()> onLost_;
+  std::unique_ptr<QSocketNotifier> readable_;
+};
+
+}  // namespace brimlo

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <xcb/xcb.h>
+#include <xcb/xfixes.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/linux/selection_reader.h"
+#include "platform/linux/selection_server.h"
+#include "platform/linux/x11_connection.h"
+#include "platform/pasteboard.h"
+#include "platform/system_log.h"
+
+namespace brimlo {
+
+/// The CLIPBOARD selection as a pasteboard.
+///
+/// The server tells of every new owner, and of every owner that went away. New contents are read
+/// at once in the background, and become current when that is done. When the owner of the current
+/// text goes away without having given the selection up, the text is offered by this program.
+class X11Pasteboard : public Pasteboard {
+ public:
+  /// Takes over the events of `x11`.
+  X11Pasteboard(X11Connection& x11, SystemLog& log);
+
+  std::int64_t changeCount() const override { return changeCount_; }
+  std::optional<std::string> string() const override;
+  void clearContents() override;
+  void setString(std::string text) override;
+
+ private:
+  using Text = std::shared_ptr<const std::string>;  // null: there is none
+
+  void handle(const xcb_generic_event_t& event);
+  void onOwnerChange(const xcb_xfixes_selection_notify_event_t& change);
+  void onRead(SelectionContents contents);
+  void becomeCurrent(Text text);
+  void claim(Text text);
+  void own(Text text, xcb_timestamp_t time);
+
+  X11Connection& x11_;
+  SystemLog& log_;
+  SelectionReader reader_;
+  SelectionServer server_;
+  xcb_window_t window_;  // the owner of what this program offers
+
+  std::int64_t changeCount_ = 0;
+  Text text_;  // of the contents that changeCount_ counts
+
+  bool readingInitial_ = false;  // what is being read was there before this object
+  bool cleared_ = false;         // the contents are those of the last clearContents
+  // When the owner of the contents, current or being read, went away.
+  std::optional<xcb_timestamp_t> ownerGoneAt_;
+
+  // The selection is claimed as of the server's time, which has to be asked for; until that has
+  // come the text to offer waits here. The inner null means to leave it without an owner.
+  std::optional<Text> claim_;
+  Text offered_;                               // what the selection was last claimed for
+  std::optional<xcb_timestamp_t> disownedAt_;  // when it was last left without an owner, by us
+};
+
+}  // namespace brimlo

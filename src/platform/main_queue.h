@@ -1,0 +1,16 @@
+#pragma once
+
+#include <functional>
+
+namespace brimlo {
+
+/// Blocks to run on the main thread, in the order they were queued.
+class MainQueue {
+ public:
+  virtual ~MainQueue() = default;
+
+  /// Queues `block`; it never runs before the caller returns to the run loop. Any thread.
+  virtual void async(std::function<void()> block) = 0;
+};
+
+}  // namespace brimlo

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace brimlo {
+
+/// The desktop's general pasteboard, as one object whatever its clients do.
+///
+/// - Contents outlive their owner: when it goes away, its last text stays, and the count with it.
+/// - No call ever waits for another client. New contents show once they have been read whole, or
+///   have turned out to hold no readable text; until then the old count goes with the old text.
+/// - The count moves once for every new contents, whoever put them there, and `string` always
+///   belongs to `changeCount`. What is there when the object is made is not new: it may become
+///   readable later, under the first count.
+/// - A text is valid UTF-8. Contents that their owner marks as secret have none.
+///
+/// Main thread.
+class Pasteboard {
+ public:
+  virtual ~Pasteboard() = default;
+
+  virtual std::int64_t changeCount() const = 0;
+
+  /// The plain text of the current contents; none for an empty pasteboard, an image, a secret.
+  virtual std::optional<std::string> string() const = 0;
+
+  /// Makes the pasteboard this process's own, and empty: new contents.
+  virtual void clearContents() = 0;
+
+  /// Gives the contents that the last `clearContents` made their plain text, without moving the
+  /// count again. Contents that are not this process's own are replaced by new ones.
+  /// `text`: valid UTF-8.
+  virtual void setString(std::string text) = 0;
+};
+
+}  // namespace brimlo

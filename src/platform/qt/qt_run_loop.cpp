@@ -1,0 +1,42 @@
+#include "platform/qt/qt_run_loop.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+#include <utility>
+
+namespace brimlo {
+namespace {
+
+class QtTimer : public RepeatingTimer {
+ public:
+  QtTimer(std::chrono::milliseconds interval, std::function<void()> tick) : tick_(std::move(tick)) {
+    timer_.setInterval(interval);
+    // A tick may destroy its own timer; what it runs must live on until it returns.
+    QObject::connect(&timer_, &QTimer::timeout, [this] {
+      const auto running = tick_;
+      running();
+    });
+    timer_.start();
+  }
+
+ private:
+  std::function<void()> tick_;
+  QTimer timer_;
+};
+
+}  // namespace
+
+void QtRunLoop::terminate() {
+  QCoreApplication::exit(0);
+}
+
+void QtRunLoop::async(std::function<void()> block) {
+  QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(block), Qt::QueuedConnection);
+}
+
+std::unique_ptr<RepeatingTimer> QtRunLoop::scheduleRepeating(std::chrono::milliseconds interval,
+                                                             std::function<void()> tick) {
+  return std::make_unique<QtTimer>(interval, std::move(tick));
+}
+
+}  // namespace brimlo

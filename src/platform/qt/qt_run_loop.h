@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/application.h"
+#include "platform/main_queue.h"
+#include "platform/timers.h"
+
+namespace brimlo {
+
+/// The main run loop: Qt's, which a `QCoreApplication` on the main thread runs.
+class QtRunLoop : public Application, public MainQueue, public Timers {
+ public:
+  void terminate() override;
+  void async(std::function<void()> block) override;
+  std::unique_ptr<RepeatingTimer> scheduleRepeating(std::chrono::milliseconds interval,
+                                                    std::function<void()> tick) override;
+};
+
+}  // namespace brimlo

@@ -1,0 +1,138 @@
+#include "store/clip_store.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/unicode_text.h"
+#include "base/uuid.h"
+#include "store/clip_file.h"
+
+namespace brimlo {
+namespace {
+
+bool newerFirst(const ClipPtr& a, const ClipPtr& b) {
+  return a->savedAt > b->savedAt;
+}
+
+/// Where `clip` stands in `list`, which holds it.
+std::size_t positionOf(const ClipList& list, const Clip& clip) {
+  auto at = std::partition_point(list.begin(), list.end(), [&](const ClipPtr& other) {
+    return other->savedAt > clip.savedAt;
+  });
+  while (at->get() != &clip) ++at;
+  return static_cast<std::size_t>(at - list.begin());
+}
+
+}  // namespace
+
+ClipStore::ClipStore(FileSystem& files, SystemLog& log, const std::string& dataFolder)
+    : clipsFile_(files, log, dataFolder + "/clips.json"),
+      tombstonesFile_(files, log, dataFolder + "/deletedClipIds.json") {
+  if (const auto file = clipsFile_.read()) {
+    auto decoded = decodeClips(*file);
+    if (decoded.value) {
+      if (!std::is_sorted(decoded.value->begin(), decoded.value->end(), newerFirst)) {
+        std::stable_sort(decoded.value->begin(), decoded.value->end(), newerFirst);
+      }
+      clips_.set(ClipList(std::move(*decoded.value)));
+      index_.rebuild(clips_.value());
+    } else {
+      clipsFile_.declareDamaged(decoded.fault);
+    }
+  }
+  if (const auto file = tombstonesFile_.read()) {
+    auto decoded = decodeIds(*file);
+    if (decoded.value) {
+      deletedIds_ = std::move(*decoded.value);
+    } else {
+      tombstonesFile_.declareDamaged(decoded.fault);
+    }
+  }
+}
+
+ClipStore::AddResult ClipStore::add(std::string text, std::string source, double savedAt) {
+  const ClipList current = clips_.value();
+  if (text.empty()) return AddResult::kUnchanged;
+  if (!current.empty() && canonicallyEqual(current[0]->text, text)) return AddResult::kUnchanged;
+
+  std::vector<std::size_t> replaced;  // where clips of this text stand, in list order
+  for (const Clip* clip : index_.find(text)) replaced.push_back(positionOf(current, *clip));
+  std::sort(replaced.begin(), replaced.end());
+
+  auto clip = std::make_shared<Clip>();
+  if (replaced.empty()) {
+    clip->id = makeUuid();
+  } else {
+    const Clip& previous = *current[replaced.front()];
+    clip->id = previous.id;
+    clip->tags = previous.tags;
+  }
+  clip->text = std::move(text);
+  clip->savedAt = savedAt;
+  clip->source = std::move(source);
+
+  // Put in front and sorted stably, the clip would come to stand before its equals in time.
+  std::vector<ClipPtr> list;
+  list.reserve(current.size() + 1);
+  const auto place =
+      std::partition_point(current.begin(), current.end(),
+                           [savedAt](const ClipPtr& other) { return other->savedAt > savedAt; });
+  auto copied = current.begin();
+  const auto copyUpTo = [&](auto end) {
+    while (!replaced.empty() && current.begin() + replaced.front() < end) {
+      const auto skipped = current.begin() + replaced.front();
+      list.insert(list.end(), copied, skipped);
+      index_.erase(**skipped);
+      copied = skipped + 1;
+      replaced.erase(replaced.begin());
+    }
+    list.insert(list.end(), copied, end);
+    copied = end;
+  };
+  copyUpTo(place);
+  index_.insert(*clip);
+  list.push_back(std::move(clip));
+  copyUpTo(current.end());
+
+  publish(ClipList(std::move(list)));
+  return AddResult::kChanged;
+}
+
+void ClipStore::replaceAll(std::vector<ClipPtr> clips) {
+  std::stable_sort(clips.begin(), clips.end(), newerFirst);
+  ClipList list(std::move(clips));
+  index_.rebuild(list);
+  publish(std::move(list));
+}
+
+void ClipStore::clearAll() {
+  for (const ClipPtr& clip : clips_.value()) deletedIds_.insert(clip->id);
+  saveTombstones();
+  replaceAll({});
+}
+
+void ClipStore::clearTombstones() {
+  if (deletedIds_.empty()) return;
+  deletedIds_.clear();
+  saveTombstones();
+}
+
+void ClipStore::saveUnsaved() {
+  if (tombstonesFile_.unsaved()) saveTombstones();
+  if (clipsFile_.unsaved()) saveClips();
+}
+
+void ClipStore::publish(ClipList list) {
+  clips_.set(std::move(list));
+  saveClips();
+}
+
+void ClipStore::saveClips() {
+  clipsFile_.save([this](ByteSink& sink) { encodeClips(clips_.value(), sink); });
+}
+
+void ClipStore::saveTombstones() {
+  tombstonesFile_.save([this](ByteSink& sink) { encodeIds(deletedIds_, sink); });
+}
+
+}  // namespace brimlo

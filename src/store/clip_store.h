@@ -1,0 +1,66 @@
+#pragma once
+
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "base/published.h"
+#include "platform/file_system.h"
+#include "platform/system_log.h"
+#include "store/clip.h"
+#include "store/guarded_file.h"
+#include "store/text_index.h"
+
+namespace brimlo {
+
+/// The history: every text ever copied, newest first, and the single owner of its two files.
+///
+/// `clips` is always sorted by `savedAt`, descending and stable, and after `add` no other clip
+/// has the added text; texts are the same when they are canonically equivalent. There is no limit
+/// on their number. Every change is on disk when the call that made it returns; where the disk
+/// refuses, the change holds in memory and the log says so. Never reads the clock. Main thread.
+class ClipStore {
+ public:
+  /// Loads "clips.json" and "deletedClipIds.json" from `dataFolder`. A file that is missing,
+  /// unreadable or not of its form counts as empty.
+  ClipStore(FileSystem& files, SystemLog& log, const std::string& dataFolder);
+
+  const Published<ClipList>& clips() const { return clips_; }
+
+  /// Ids of clips removed here that the next successful sync push must delete in the cloud.
+  const std::unordered_set<std::string>& deletedIds() const { return deletedIds_; }
+
+  const std::string& fileURL() const { return clipsFile_.path(); }
+  const std::string& tombstoneURL() const { return tombstonesFile_.path(); }
+
+  enum class AddResult { kUnchanged, kChanged };
+  /// Adds a clip, or, where the history has its text, moves that clip to its new time with its id
+  /// and tags kept. Does nothing for an empty text or the text of the newest clip.
+  /// `savedAt`: when it happened, milliseconds since 1970, finite.
+  AddResult add(std::string text, std::string source, double savedAt);
+
+  /// Makes `clips`, once sorted, the whole history. Repeated ids and texts stay.
+  void replaceAll(std::vector<ClipPtr> clips);
+
+  /// Empties the history and puts the ids of all its clips among `deletedIds`.
+  void clearAll();
+
+  /// Forgets all `deletedIds`; writes nothing when there are none.
+  void clearTombstones();
+
+  /// Tries again to save what an earlier failure left in memory only.
+  void saveUnsaved();
+
+ private:
+  void publish(ClipList list);
+  void saveClips();
+  void saveTombstones();
+
+  GuardedFile clipsFile_;
+  GuardedFile tombstonesFile_;
+  Published<ClipList> clips_{ClipList()};
+  TextIndex index_;  // of the clips of clips_
+  std::unordered_set<std::string> deletedIds_;
+};
+
+}  // namespace brimlo

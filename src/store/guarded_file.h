@@ -1,0 +1,51 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/file_system.h"
+#include "platform/system_log.h"
+
+namespace brimlo {
+
+/// Resolves and creates the program's data folder, "BrimloMac" in the Application Support folder,
+/// or in the temporary folder where the user has none. A folder that cannot be made is logged;
+/// its path is returned all the same, and what is saved there stays in memory.
+std::string prepareDataFolder(FileSystem& files, SystemLog& log);
+
+/// One file of the data folder that a store writes through.
+///
+/// What is on disk and could not be understood is never overwritten: the next save keeps it aside
+/// first. A save that fails is logged once and remembered until one succeeds.
+class GuardedFile {
+ public:
+  GuardedFile(FileSystem& files, SystemLog& log, std::string path);
+
+  const std::string& path() const { return path_; }
+
+  /// The content on disk; none when the file is missing, or cannot be read, which is logged.
+  std::optional<FileContents> read();
+
+  /// Says that the content read makes no sense: `fault` is logged.
+  void declareDamaged(std::string_view fault);
+
+  /// Replaces the content by what `produce` appends.
+  void save(const std::function<void(ByteSink&)>& produce);
+
+  /// Whether the last save failed, so that what it held is only in memory.
+  bool unsaved() const { return unsaved_; }
+
+ private:
+  bool keepDamagedAside();
+
+  FileSystem& files_;
+  SystemLog& log_;
+  std::string path_;
+  std::string name_;  // the last part of the path, for the log
+  bool damaged_ = false;
+  bool unsaved_ = false;
+};
+
+}  // namespace brimlo
