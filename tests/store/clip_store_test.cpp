@@ -1,0 +1,240 @@
+#include "store/clip_store.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "support/fake_file_system.h"
+#include "support/fakes.h"
+
+namespace brimlo {
+namespace {
+
+using namespace std::string_literals;
+using AddResult = ClipStore::AddResult;
+
+constexpr const char* kClips = "/data/clips.json";
+constexpr const char* kTombstones = "/data/deletedClipIds.json";
+
+std::string object(const std::string& id, const std::string& text, const std::string& savedAt,
+                   const std::string& more = "") {
+  return R"({"id":")" + id + R"(","text":")" + text + R"(","savedAt":)" + savedAt +
+         R"(,"source":"manual")" + more + "}";
+}
+
+class ClipStoreTest : public testing::Test {
+ protected:
+  ClipStore make() { return ClipStore(files, log, "/data"); }
+
+  static std::vector<std::string> texts(const ClipStore& store) {
+    std::vector<std::string> texts;
+    for (const ClipPtr& clip : store.clips().value()) texts.push_back(clip->text);
+    return texts;
+  }
+
+  test::FakeFileSystem files;
+  test::FakeLog log;
+};
+
+TEST_F(ClipStoreTest, ANewTextBecomesAClipAndIsSavedAtOnce) {
+  ClipStore store = make();
+  EXPECT_EQ(store.add("a \"b\"\n\\\x01/é\0"s, "manual", 1'700'000'000'000.125),
+            AddResult::kChanged);
+  const Clip& clip = *store.clips().value()[0];
+  EXPECT_EQ(files.files[kClips], R"([{"id":")" + clip.id +
+                                     R"(","text":"a \"b\"\n\\\u0001/é\u0000",)" +
+                                     R"("savedAt":1700000000000.125,"source":"manual"}])");
+  ASSERT_EQ(clip.id.size(), 36u);
+  EXPECT_EQ(clip.id.find_first_not_of("0123456789ABCDEF-"), std::string::npos);
+  EXPECT_EQ(*make().clips().value()[0], clip);
+}
+
+TEST_F(ClipStoreTest, EmptyAndNewestTextsChangeNothing) {
+  ClipStore store = make();
+  EXPECT_EQ(store.add("", "manual", 1), AddResult::kUnchanged);
+  EXPECT_EQ(store.add("caf\u00e9", "manual", 2), AddResult::kChanged);
+  EXPECT_EQ(store.add("cafe\u0301", "action", 3), AddResult::kUnchanged);
+  EXPECT_EQ(store.clips().value()[0]->savedAt, 2);
+  EXPECT_EQ(store.add("  \n", "manual", 4), AddResult::kChanged);
+  EXPECT_EQ(files.writes, 2);
+}
+
+TEST_F(ClipStoreTest, AnOlderTextMovesUpWithItsIdentity) {
+  files.files[kClips] = "[" + object("A", "new", "30") + "," +
+                        object("B", "caf\u00e9", "20", R"(,"tags":["x","y"])") + "," +
+                        object("C", "old", "10") + "," + object("D", "cafe\u0301", "5") + "]";
+  ClipStore store = make();
+  EXPECT_EQ(store.add("cafe\u0301", "action", 40), AddResult::kChanged);
+  EXPECT_EQ(texts(store), (std::vector<std::string>{"cafe\u0301", "new", "old"}));
+  const Clip expected{"B", "cafe\u0301", 40, "action", std::vector<std::string>{"x", "y"}};
+  EXPECT_EQ(*store.clips().value()[0], expected);
+}
+
+TEST_F(ClipStoreTest, ATimeDecidesThePlaceAndAmongEqualTimesTheLaterAdditionIsFirst) {
+  ClipStore store = make();
+  for (const auto& [text, time] :
+       {std::pair("a", 10.0), {"b", 30.0}, {"c", 20.0}, {"d", 20.0}, {"e", 5.0}, {"a", 20.0}}) {
+    store.add(text, "manual", time);
+  }
+  EXPECT_EQ(texts(store), (std::vector<std::string>{"b", "a", "d", "c", "e"}));
+}
+
+TEST_F(ClipStoreTest, AManyTimesChangedHistoryKeepsItsInvariants) {
+  ClipStore store = make();
+  std::mt19937 random(1);
+  std::vector<std::pair<std::string, double>> model;  // what the history should be
+  for (int i = 0; i < 3000; ++i) {
+    const std::string text = "text " + std::to_string(random() % 200);
+    const double time = static_cast<double>(random() % 1000);
+    if (!model.empty() && model.front().first == text) continue;
+    std::erase_if(model, [&](const auto& clip) { return clip.first == text; });
+    const auto place = std::find_if(model.begin(), model.end(),
+                                    [&](const auto& clip) { return clip.second <= time; });
+    model.insert(place, {text, time});
+    store.add(text, "manual", time);
+  }
+  ASSERT_EQ(store.clips().value().size(), model.size());
+  for (std::size_t i = 0; i < model.size(); ++i) {
+    EXPECT_EQ(store.clips().value()[i]->text, model[i].first);
+    EXPECT_EQ(store.clips().value()[i]->savedAt, model[i].second);
+  }
+}
+
+TEST_F(ClipStoreTest, LoadsKeysInAnyOrderUnknownOnesToo) {
+  files.files[kClips] =
+      R"( [ {"source":"s","x":{"y":[1]},"savedAt":1e3,"text":"\u00e9\ud83d\ude00",)"
+      R"("id":"1","tags":null} , )" +
+      object("2", "later", "2000.5", R"(,"tags":[])") + "," + object("2", "later", "1000") + "]\n";
+  ClipStore store = make();
+  EXPECT_EQ(texts(store), (std::vector<std::string>{"later", "é😀", "later"}));
+  EXPECT_EQ(store.clips().value()[1]->tags, std::nullopt);
+  EXPECT_EQ(store.clips().value()[0]->tags, std::vector<std::string>());
+  EXPECT_TRUE(log.lines.empty());
+  EXPECT_EQ(files.writes, 0);
+  store.add("later", "manual", 1);  // both go, and the first one's identity stays
+  EXPECT_EQ(texts(store), (std::vector<std::string>{"later", "é😀", "later"}));
+  store.add("other", "manual", 5000);
+  store.add("later", "manual", 6000);
+  EXPECT_EQ(texts(store), (std::vector<std::string>{"later", "other", "é😀"}));
+  EXPECT_EQ(store.clips().value()[0]->id, "2");
+}
+
+TEST_F(ClipStoreTest, ADamagedHistoryIsNamedKeptAsideAndNeverOverwritten) {
+  const std::string good = object("A", "a", "1");
+  const std::pair<std::string, const char*> cases[] = {
+      {"", ""},
+      {"not json", ""},
+      {"{}", ""},
+      {"null", ""},
+      {"[1]", ""},
+      {"[" + good + R"(,{"id":"B","text":"b","savedAt":1}])", "clip 1 has no \"source\""},
+      {"[" + object("A", "a", "\"1\"") + "]", ""},
+      {"[" + object("A", "a", "1e999") + "]", ""},
+      {"[" + object("A", "\xff", "1") + "]", ""},
+      {"[" + object("A", "\\ud800", "1") + "]", ""},
+      {"[" + object("A", "a", "1", R"(,"tags":[1])") + "]", ""},
+      {"[" + good + "] []", "follows"},
+      {std::string(4096, '\0'), ""},
+  };
+  for (const auto& [content, fault] : cases) {
+    for (const char* path : {kClips, kTombstones}) {
+      if (path == kTombstones && *fault) continue;
+      files = {};
+      log = {};
+      files.files[path] = content;
+      ClipStore store = make();
+      EXPECT_TRUE(store.clips().value().empty()) << content;
+      EXPECT_TRUE(store.deletedIds().empty()) << content;
+      ASSERT_EQ(log.lines.size(), 1u) << content;
+      EXPECT_TRUE(log.has("is damaged (") && log.has(fault)) << log.lines[0];
+      EXPECT_EQ(files.files[path], content);
+      store.add("next", "manual", 1);
+      store.clearAll();
+      EXPECT_EQ(files.files[path + ".damaged"s], content);
+      EXPECT_EQ(make().deletedIds().size(), 1u);
+    }
+  }
+}
+
+TEST_F(ClipStoreTest, AHistoryCutOffAtAnyByteIsDamaged) {
+  const std::string whole = "[" + object("A", "a\\n\\u00e9", "1.5", R"(,"tags":["t"])") + "," +
+                            object("B", "b", "2") + "]";
+  for (std::size_t length = 0; length < whole.size(); ++length) {
+    files.files[kClips] = whole.substr(0, length);
+    EXPECT_TRUE(make().clips().value().empty()) << files.files[kClips];
+    EXPECT_TRUE(log.has("is damaged")) << length;
+    log = {};
+  }
+}
+
+TEST_F(ClipStoreTest, AFileThatCannotBeReadIsKeptAsideToo) {
+  for (const auto error : {std::errc::permission_denied, std::errc::is_a_directory}) {
+    files = {};
+    log = {};
+    files.unreadable[kClips] = error;
+    ClipStore store = make();
+    EXPECT_TRUE(log.has("cannot be read"));
+    store.add("a", "manual", 1);
+    EXPECT_TRUE(log.has("kept the damaged clips.json as /data/clips.json.damaged"));
+    EXPECT_EQ(make().clips().value().size(), 1u);
+  }
+}
+
+TEST_F(ClipStoreTest, AFullDiskIsNamedOnceAndWhatItRefusedIsSavedLater) {
+  ClipStore store = make();
+  store.add("a", "manual", 1);
+  files.diskFull = true;
+  store.add("b", "manual", 2);
+  store.clearAll();
+  store.add("c", "manual", 3);
+  store.saveUnsaved();
+  EXPECT_EQ(log.lines.size(), 2u);  // one for each file
+  EXPECT_EQ(make().clips().value().size(), 1u);
+  files.diskFull = false;
+  store.saveUnsaved();
+  EXPECT_TRUE(log.has("saved clips.json again"));
+  EXPECT_EQ(texts(make()), (std::vector<std::string>{"c"}));
+  EXPECT_EQ(make().deletedIds().size(), 2u);
+  const int writes = files.writes;
+  store.saveUnsaved();
+  EXPECT_EQ(files.writes, writes);
+}
+
+TEST_F(ClipStoreTest, ClearingLeavesTombstonesUntilTheyAreForgotten) {
+  files.files[kTombstones] = R"(["old"])";
+  ClipStore store = make();
+  store.clearTombstones();
+  EXPECT_EQ(files.files[kTombstones], "[]");
+  files.files.erase(kTombstones);
+  store.clearTombstones();
+  EXPECT_FALSE(files.files.contains(kTombstones));
+  for (int i = 0; i < 3; ++i) store.add(std::to_string(i), "manual", i);
+  store.clearAll();
+  EXPECT_EQ(files.files[kClips], "[]");
+  EXPECT_EQ(make().deletedIds().size(), 3u);
+  store.add("0", "manual", 9);
+  EXPECT_FALSE(store.deletedIds().contains(store.clips().value()[0]->id));
+  files = {};
+  ClipStore empty = make();
+  empty.clearAll();
+  EXPECT_EQ(files.files[kClips], "[]");
+  EXPECT_EQ(files.files[kTombstones], "[]");
+}
+
+TEST_F(ClipStoreTest, ReplacingSortsStablyKeepsRepetitionsAndSharesTheClips) {
+  ClipStore store = make();
+  int notified = 0;
+  const auto watch = store.clips().observeChanges([&](const ClipList&) { ++notified; });
+  std::vector<ClipPtr> list;
+  for (const auto& [id, time] : {std::pair("a", 1.0), {"b", 2.0}, {"c", 1.0}}) {
+    list.push_back(std::make_shared<Clip>(Clip{id, "same", time, "x", {}}));
+  }
+  store.replaceAll(list);
+  const ClipList& clips = store.clips().value();
+  EXPECT_TRUE(clips[0] == list[1] && clips[1] == list[0] && clips[2] == list[2]);
+  EXPECT_EQ(notified, 1);
+  EXPECT_EQ(make().clips().value().size(), 3u);
+}
+
+}  // namespace
+}  // namespace brimlo

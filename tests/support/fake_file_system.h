@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstring>
+#include <map>
+#include <string>
+#include <utility>
+
+#include "platform/file_system.h"
+
+namespace brimlo::test {
+
+/// Files in memory, in one flat folder, on a disk that fails when told.
+class FakeFileSystem : public FileSystem {
+ public:
+  std::optional<std::string> applicationSupportFolder() const override { return "/support"; }
+  std::string temporaryFolder() const override { return "/temporary"; }
+  std::error_code createPrivateFolder(const std::string&) override { return {}; }
+
+  ReadResult read(const std::string& path) const override {
+    if (const auto broken = unreadable.find(path); broken != unreadable.end()) {
+      return {std::nullopt, std::make_error_code(broken->second)};
+    }
+    const auto found = files.find(path);
+    if (found == files.end()) {
+      return {std::nullopt, std::make_error_code(std::errc::no_such_file_or_directory)};
+    }
+    FileContents contents;
+    contents.size = found->second.size();
+    contents.bytes.reset(new char[contents.size + FileContents::kPadding]());
+    std::memcpy(contents.bytes.get(), found->second.data(), contents.size);
+    return {std::move(contents), {}};
+  }
+
+  std::error_code replace(const std::string& path,
+                          const std::function<void(ByteSink&)>& produce) override {
+    Sink sink;
+    produce(sink);
+    if (diskFull) return std::make_error_code(std::errc::no_space_on_device);
+    files[path] = std::move(sink.bytes);
+    unreadable.erase(path);
+    ++writes;
+    return {};
+  }
+
+  AsideResult setAside(const std::string& path) override {
+    if (!files.contains(path) && !unreadable.contains(path)) return {};
+    files[path + ".damaged"] = files[path];
+    files.erase(path);
+    unreadable.erase(path);
+    return {path + ".damaged", {}};
+  }
+
+  std::map<std::string, std::string> files;
+  std::map<std::string, std::errc> unreadable;
+  bool diskFull = false;
+  int writes = 0;
+
+ private:
+  struct Sink : ByteSink {
+    void append(std::string_view more) override { bytes += more; }
+    std::string bytes;
+  };
+};
+
+}  // namespace brimlo::test

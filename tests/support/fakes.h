@@ -1,0 +1,153 @@
+#pragma once
+
+#include <algorithm>
+#include <deque>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/application.h"
+#include "platform/clock.h"
+#include "platform/localized_strings.h"
+#include "platform/main_queue.h"
+#include "platform/pasteboard.h"
+#include "platform/system_log.h"
+#include "platform/timers.h"
+#include "platform/user_defaults.h"
+
+namespace brimlo::test {
+
+/// Keeps the lines, without the prefix.
+class FakeLog : public SystemLog {
+ public:
+  void write(std::string_view message) override { lines.emplace_back(message); }
+
+  bool has(std::string_view part) const {
+    return std::any_of(lines.begin(), lines.end(), [part](const std::string& line) {
+      return line.find(part) != std::string::npos;
+    });
+  }
+
+  std::vector<std::string> lines;
+};
+
+/// Time, timers and the main queue, which move only when told.
+class FakeRunLoop : public Clock, public Timers, public MainQueue, public Application {
+ public:
+  double nowMs() const override { return now; }
+
+  void async(std::function<void()> block) override { queue_.push_back(std::move(block)); }
+
+  std::unique_ptr<RepeatingTimer> scheduleRepeating(std::chrono::milliseconds interval,
+                                                    std::function<void()> tick) override {
+    auto entry = std::make_shared<Entry>(Entry{interval, std::move(tick), now});
+    timers_.push_back(entry);
+    return std::make_unique<Token>(std::move(entry));
+  }
+
+  void terminate() override { terminated = true; }
+
+  /// Runs what is queued, what that queues included.
+  void drain() {
+    while (!queue_.empty()) {
+      const auto block = std::move(queue_.front());
+      queue_.pop_front();
+      block();
+    }
+  }
+
+  /// Moves the time on, with every tick that falls due.
+  void advance(std::chrono::milliseconds by) {
+    for (const double end = now + static_cast<double>(by.count()); now < end; ++now) {
+      std::erase_if(timers_, [](const auto& timer) { return timer.expired(); });
+      for (const auto& timer : std::vector(timers_)) {
+        const auto entry = timer.lock();
+        const double due = entry ? entry->since + static_cast<double>(entry->interval.count()) : 0;
+        if (!entry || now + 1 < due) continue;
+        entry->since = due;
+        entry->tick();
+      }
+      drain();
+    }
+  }
+
+  std::size_t runningTimers() const {
+    return static_cast<std::size_t>(std::count_if(
+        timers_.begin(), timers_.end(), [](const auto& timer) { return !timer.expired(); }));
+  }
+
+  double now = 1'700'000'000'000.25;
+  bool terminated = false;
+
+ private:
+  struct Entry {
+    std::chrono::milliseconds interval;
+    std::function<void()> tick;
+    double since;
+  };
+  class Token : public RepeatingTimer {
+   public:
+    explicit Token(std::shared_ptr<Entry> entry) : entry_(std::move(entry)) {}
+
+   private:
+    std::shared_ptr<Entry> entry_;
+  };
+  std::vector<std::weak_ptr<Entry>> timers_;
+  std::deque<std::function<void()>> queue_;
+};
+
+/// A pasteboard whose other clients are the test.
+class FakePasteboard : public Pasteboard {
+ public:
+  std::int64_t changeCount() const override { return count_; }
+  std::optional<std::string> string() const override {
+    ++stringReads;
+    return text_;
+  }
+  void clearContents() override { change(std::nullopt, true); }
+  void setString(std::string text) override {
+    if (!cleared_) clearContents();
+    text_ = std::move(text);
+    cleared_ = false;
+  }
+
+  /// Another client copies a text, or, with none, an image or a secret, or clears.
+  void change(std::optional<std::string> text, bool cleared = false) {
+    ++count_;
+    text_ = std::move(text);
+    cleared_ = cleared;
+  }
+
+  mutable int stringReads = 0;
+
+ private:
+  std::int64_t count_ = 7;
+  std::optional<std::string> text_;
+  bool cleared_ = false;
+};
+
+class FakeDefaults : public UserDefaults {
+ public:
+  std::optional<bool> boolForKey(std::string_view key) const override {
+    const auto found = values.find(std::string(key));
+    return found == values.end() ? std::nullopt : std::optional(found->second);
+  }
+  void setBool(std::string_view key, bool value) override {
+    values[std::string(key)] = value;
+    writes.push_back(std::string(key) + (value ? "=true" : "=false"));
+  }
+
+  std::map<std::string, bool> values;
+  std::vector<std::string> writes;
+};
+
+/// Tables without entries: every key shows as itself.
+class FakeStrings : public LocalizedStrings {
+ public:
+  std::string text(const char* key) const override { return key; }
+};
+
+}  // namespace brimlo::test
