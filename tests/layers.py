@@ -1,0 +1,57 @@
+"""Holds the arrows between the folders of src/ against the includes, and finds test and benchmark
+files that no target builds. Prints what is wrong; exits with 1 if anything is."""
+
+import pathlib
+import re
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+
+LOGIC = {"platform", "base"}
+MAY_INCLUDE = {
+    "base": set(),
+    "platform": {"base"},
+    "store": LOGIC,
+    "capture": LOGIC | {"store"},
+    "app": LOGIC | {"store", "capture"},
+    "platform/linux": LOGIC,
+    "platform/qt": LOGIC,
+}
+# The one file that knows every concrete class.
+MAIN = {"app/main.cpp": set(MAY_INCLUDE)}
+MAY_USE_QT = {"platform/linux", "platform/qt"}
+
+
+def folder_of(path):
+    return str(pathlib.PurePosixPath(path).parent)
+
+
+def main():
+    faults = []
+    for source in sorted((ROOT / "src").rglob("*.*")):
+        if source.suffix not in (".h", ".cpp"):
+            continue
+        name = source.relative_to(ROOT / "src").as_posix()
+        folder = folder_of(name)
+        if folder not in MAY_INCLUDE:
+            faults.append(f"{name}: the folder is not in the list of layers")
+            continue
+        allowed = MAIN.get(name, MAY_INCLUDE[folder] | {folder})
+        for included in re.findall(r'^#include "(.*)"', source.read_text(), re.M):
+            if folder_of(included) not in allowed:
+                faults.append(f"{name}: must not include {included}")
+        qt = re.findall(r"^#include <(Q\w+)>", source.read_text(), re.M)
+        if qt and folder not in MAY_USE_QT and name not in MAIN:
+            faults.append(f"{name}: must not use Qt ({', '.join(qt)})")
+    for area in ("tests", "benchmarks"):
+        lists = (ROOT / area / "CMakeLists.txt").read_text()
+        for source in sorted((ROOT / area).rglob("*")):
+            name = source.relative_to(ROOT / area).as_posix()
+            if source.suffix in (".cpp", ".py") and name not in lists and source.name != "desk.py":
+                faults.append(f"{area}/{name}: no target builds or runs it")
+    print("\n".join(faults) or "the layers hold")
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,201 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <thread>
+
+#include "platform/linux/folder_lock.h"
+#include "platform/linux/ini_user_defaults.h"
+#include "platform/linux/posix_file_system.h"
+#include "platform/linux/unix_signals.h"
+#include "support/fakes.h"
+
+namespace brimlo {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string contentOf(const fs::path& path) {
+  std::ostringstream content;
+  content << std::ifstream(path).rdbuf();
+  return content.str();
+}
+
+unsigned modeOf(const fs::path& path) {
+  return static_cast<unsigned>(fs::status(path).permissions());
+}
+
+class LinuxTest : public testing::Test {
+ protected:
+  LinuxTest() {
+    std::string name = (fs::temp_directory_path() / "brimlo-test-XXXXXX").string();
+    folder = mkdtemp(name.data());
+  }
+  ~LinuxTest() override { fs::remove_all(folder); }
+
+  std::error_code write(const std::string& content) {
+    return files.replace(path(), [&](ByteSink& sink) { sink.append(content); });
+  }
+  std::string path() const { return folder / "clips.json"; }
+
+  fs::path folder;
+  PosixFileSystem files;
+};
+
+TEST_F(LinuxTest, FoldersAndFilesAreTheirOwnersAlone) {
+  const fs::path deep = folder / "a/b/BrimloMac";
+  EXPECT_FALSE(files.createPrivateFolder(deep));
+  EXPECT_EQ(modeOf(deep), 0700u);
+  fs::permissions(deep, fs::perms(0755));
+  EXPECT_FALSE(files.createPrivateFolder(deep));
+  EXPECT_EQ(modeOf(deep), 0700u);
+  std::ofstream(folder / "file") << "x";
+  EXPECT_TRUE(files.createPrivateFolder(folder / "file"));
+  EXPECT_TRUE(files.createPrivateFolder(folder / "file/BrimloMac"));
+
+  std::ofstream(path()) << "old";
+  fs::permissions(path(), fs::perms(0644));
+  EXPECT_FALSE(write("new"));
+  EXPECT_EQ(modeOf(path()), 0600u);
+  EXPECT_EQ(contentOf(path()), "new");
+}
+
+TEST_F(LinuxTest, ReadsRegularFilesOnlyAndNeverWaits) {
+  EXPECT_EQ(files.read(path()).error, std::errc::no_such_file_or_directory);
+  const std::string content = std::string("a\0b", 3) + std::string(5'000'000, 'x');
+  EXPECT_FALSE(write(content));
+  EXPECT_EQ(files.read(path()).contents->view(), content);
+  EXPECT_EQ(files.read(folder).error, std::errc::is_a_directory);
+  const std::string pipe = folder / "pipe";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_TRUE(files.read(pipe).error);
+  const std::string huge = folder / "huge";
+  std::ofstream(huge) << "x";
+  fs::resize_file(huge, std::uintmax_t{5} << 30);
+  EXPECT_EQ(files.read(huge).error, std::errc::file_too_large);
+}
+
+TEST_F(LinuxTest, WhatIsSetAsideKeepsANameOfItsOwn) {
+  EXPECT_EQ(files.setAside(path()).path, "");
+  std::vector<std::string> names;
+  for (const std::string content : {"first", "second"}) {
+    std::ofstream(path()) << content;
+    names.push_back(files.setAside(path()).path);
+    EXPECT_EQ(contentOf(names.back()), content);
+    EXPECT_EQ(names.back().rfind(path() + ".damaged-", 0), 0u);
+  }
+  EXPECT_NE(names[0], names[1]);
+  fs::create_directory(path());
+  EXPECT_TRUE(fs::is_directory(files.setAside(path()).path));
+}
+
+TEST_F(LinuxTest, AFullDiskOrAMissingFolderLeavesTheOldFile) {
+  EXPECT_FALSE(write("old"));
+  rlimit before;
+  getrlimit(RLIMIT_FSIZE, &before);
+  const auto disposition = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit limit = before;
+  limit.rlim_cur = 100'000;
+  setrlimit(RLIMIT_FSIZE, &limit);
+  EXPECT_TRUE(write(std::string(200'000, 'x')));
+  setrlimit(RLIMIT_FSIZE, &before);
+  std::signal(SIGXFSZ, disposition);
+  EXPECT_EQ(contentOf(path()), "old");
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
+  fs::remove_all(folder);
+  EXPECT_EQ(write("new"), std::errc::no_such_file_or_directory);
+}
+
+TEST_F(LinuxTest, AKillAtAnyMomentLeavesTheOldOrTheNewFileWhole) {
+  const std::string contents[] = {std::string(3'000'000, 'a'), std::string(2'000'000, 'b')};
+  EXPECT_FALSE(write(contents[0]));
+  std::mt19937 random(2);
+  for (int round = 0; round < 40; ++round) {
+    const pid_t child = fork();
+    if (child == 0) {
+      for (int i = 1;; ++i) std::ignore = write(contents[i % 2]);
+    }
+    std::this_thread::sleep_for(std::chrono::microseconds(random() % 20'000));
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    const std::string found = contentOf(path());
+    ASSERT_TRUE(found == contents[0] || found == contents[1]) << found.size();
+  }
+  EXPECT_FALSE(write("after"));
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
+}
+
+TEST_F(LinuxTest, AFolderIsLockedOnceUntilItsHolderEndsInAnyWay) {
+  const pid_t child = fork();
+  if (child == 0) {
+    const FolderLock held(folder);
+    std::ofstream(folder / "ready") << "x";
+    pause();
+  }
+  while (!fs::exists(folder / "ready")) std::this_thread::yield();
+  EXPECT_EQ(FolderLock(folder).state(), FolderLock::State::kHeldByAnother);
+  kill(child, SIGKILL);
+  waitpid(child, nullptr, 0);
+  EXPECT_EQ(FolderLock(folder).state(), FolderLock::State::kHeld);
+  EXPECT_EQ(FolderLock(folder / "none").state(), FolderLock::State::kUnavailable);
+}
+
+TEST_F(LinuxTest, SettingsAreWrittenThroughAndHandWrittenOnesUnderstood) {
+  const std::string ini = folder / "defaults.ini";
+  test::FakeLog log;
+  {
+    IniUserDefaults defaults(ini, log);
+    EXPECT_EQ(defaults.boolForKey("a"), std::nullopt);
+    EXPECT_FALSE(fs::exists(ini));
+    defaults.setBool("a", false);
+    defaults.setBool("b", true);
+    EXPECT_EQ(contentOf(ini), "[General]\na=false\nb=true\n");
+  }
+  std::ofstream(ini) << "[General]\na=YES\nb=0\nc=perhaps\nother=kept\n[Else]\na=false\n";
+  IniUserDefaults defaults(ini, log);
+  EXPECT_EQ(defaults.boolForKey("a"), true);
+  EXPECT_EQ(defaults.boolForKey("b"), false);
+  EXPECT_EQ(defaults.boolForKey("c"), std::nullopt);
+  EXPECT_TRUE(log.has("the setting c is neither"));
+  defaults.setBool("a", true);
+  EXPECT_NE(contentOf(ini).find("other=kept"), std::string::npos);
+  fs::create_directory(folder / "folder.ini");
+  IniUserDefaults(folder / "folder.ini", log).setBool("a", true);
+  EXPECT_TRUE(log.has("cannot save the setting a"));
+}
+
+TEST(UnixSignals, RunTheirBlocksOnTheRunLoopAndLeaveIgnoredOnesAlone) {
+  std::signal(SIGHUP, SIG_IGN);
+  std::vector<int> seen;
+  {
+    UnixSignals signals;
+    for (const int signal : {SIGHUP, SIGUSR2}) {
+      signals.handle(signal, [&seen, signal] { seen.push_back(signal); });
+    }
+    raise(SIGHUP);
+    raise(SIGUSR2);
+    EXPECT_TRUE(seen.empty());
+    QCoreApplication::processEvents();
+  }
+  EXPECT_EQ(seen, std::vector{SIGUSR2});
+  std::signal(SIGHUP, SIG_DFL);
+}
+
+}  // namespace
+}  // namespace brimlo
+
+int main(int argc, char** argv) {
+  QCoreApplication application(argc, argv);
+  testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}
