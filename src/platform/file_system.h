@@ -24,7 +24,13 @@ struct FileContents {
 class ByteSink {
  public:
   virtual ~ByteSink() = default;
+
   virtual void append(std::string_view bytes) = 0;
+
+  /// Appends what stands in the file that is being replaced, from `offset` to its end, provided
+  /// that it is still the very content that the last `replace` put there. Otherwise, or when it
+  /// cannot be read, appends nothing and returns false.
+  [[nodiscard]] virtual bool appendFromReplaced(std::size_t offset) = 0;
 };
 
 /// The user's folders and the files in them. Paths are absolute. Main thread; every call

@@ -71,6 +71,26 @@ std::string decodeArray(const FileContents& file, Take take) {
   }
 }
 
+void encodeClip(const Clip& clip, JsonWriter& json) {
+  json.raw("{\"id\":");
+  json.string(clip.id);
+  json.raw(",\"text\":");
+  json.string(clip.text);
+  json.raw(",\"savedAt\":");
+  json.number(clip.savedAt);
+  json.raw(",\"source\":");
+  json.string(clip.source);
+  if (clip.tags) {
+    json.raw(",\"tags\":[");
+    for (std::size_t i = 0; i < clip.tags->size(); ++i) {
+      if (i > 0) json.raw(",");
+      json.string((*clip.tags)[i]);
+    }
+    json.raw("]");
+  }
+  json.raw("}");
+}
+
 }  // namespace
 
 Decoded<std::vector<ClipPtr>> decodeClips(const FileContents& file) {
@@ -82,29 +102,16 @@ Decoded<std::vector<ClipPtr>> decodeClips(const FileContents& file) {
   return {std::move(clips), {}};
 }
 
-void encodeClips(const ClipList& clips, ByteSink& sink) {
+void encodeClips(const ClipList& clips, std::size_t saved, ByteSink& sink) {
   JsonWriter json(sink);
   json.raw("[");
-  bool first = true;
-  for (const ClipPtr& clip : clips) {
-    json.raw(first ? "{\"id\":" : ",{\"id\":");
-    first = false;
-    json.string(clip->id);
-    json.raw(",\"text\":");
-    json.string(clip->text);
-    json.raw(",\"savedAt\":");
-    json.number(clip->savedAt);
-    json.raw(",\"source\":");
-    json.string(clip->source);
-    if (clip->tags) {
-      json.raw(",\"tags\":[");
-      for (std::size_t i = 0; i < clip->tags->size(); ++i) {
-        if (i > 0) json.raw(",");
-        json.string((*clip->tags)[i]);
-      }
-      json.raw("]");
+  for (std::size_t i = 0; i < clips.size(); ++i) {
+    if (i > 0) json.raw(",");
+    if (i == saved) {
+      json.flush();
+      if (sink.appendFromReplaced(1)) return;  // all but the bracket
     }
-    json.raw("}");
+    encodeClip(*clips[i], json);
   }
   json.raw("]");
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <unordered_set>
@@ -22,7 +23,10 @@ struct Decoded {
 
 /// Reads an array of clips, in file order.
 Decoded<std::vector<ClipPtr>> decodeClips(const FileContents& file);
-void encodeClips(const ClipList& clips, ByteSink& sink);
+
+/// Writes `clips`. Those from `saved` on are known to be all that the file being replaced holds, so
+/// that they are copied over where possible; `clips.size()` when nothing is known of it.
+void encodeClips(const ClipList& clips, std::size_t saved, ByteSink& sink);
 
 /// Reads an array of clip ids.
 Decoded<std::unordered_set<std::string>> decodeIds(const FileContents& file);

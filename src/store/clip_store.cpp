@@ -35,7 +35,6 @@ ClipStore::ClipStore(FileSystem& files, SystemLog& log, const std::string& dataF
         std::stable_sort(decoded.value->begin(), decoded.value->end(), newerFirst);
       }
       clips_.set(ClipList(std::move(*decoded.value)));
-      index_.rebuild(clips_.value());
     } else {
       clipsFile_.declareDamaged(decoded.fault);
     }
@@ -55,6 +54,7 @@ ClipStore::AddResult ClipStore::add(std::string text, std::string source, double
   if (text.empty()) return AddResult::kUnchanged;
   if (!current.empty() && canonicallyEqual(current[0]->text, text)) return AddResult::kUnchanged;
 
+  if (std::exchange(indexStale_, false)) index_.rebuild(current);
   std::vector<std::size_t> replaced;  // where clips of this text stand, in list order
   for (const Clip* clip : index_.find(text)) replaced.push_back(positionOf(current, *clip));
   std::sort(replaced.begin(), replaced.end());
@@ -100,9 +100,8 @@ ClipStore::AddResult ClipStore::add(std::string text, std::string source, double
 
 void ClipStore::replaceAll(std::vector<ClipPtr> clips) {
   std::stable_sort(clips.begin(), clips.end(), newerFirst);
-  ClipList list(std::move(clips));
-  index_.rebuild(list);
-  publish(std::move(list));
+  indexStale_ = true;
+  publish(ClipList(std::move(clips)));
 }
 
 void ClipStore::clearAll() {
@@ -128,7 +127,13 @@ void ClipStore::publish(ClipList list) {
 }
 
 void ClipStore::saveClips() {
-  clipsFile_.save([this](ByteSink& sink) { encodeClips(clips_.value(), sink); });
+  // Nearly every change puts a clip before all that is on disk already.
+  const ClipList list = clips_.value();
+  const std::size_t added = list.size() - std::min(list.size(), saved_.size());
+  const bool grown = std::equal(list.begin() + static_cast<std::ptrdiff_t>(added), list.end(),
+                                saved_.begin(), saved_.end());
+  clipsFile_.save([&](ByteSink& sink) { encodeClips(list, grown ? added : list.size(), sink); });
+  if (!clipsFile_.unsaved()) saved_ = list;
 }
 
 void ClipStore::saveTombstones() {

@@ -59,7 +59,9 @@ class ClipStore {
   GuardedFile clipsFile_;
   GuardedFile tombstonesFile_;
   Published<ClipList> clips_{ClipList()};
-  TextIndex index_;  // of the clips of clips_
+  ClipList saved_;   // what the last successful save wrote; empty before that
+  TextIndex index_;  // of the clips of clips_, once there was an addition to look up
+  bool indexStale_ = true;
   std::unordered_set<std::string> deletedIds_;
 };
 

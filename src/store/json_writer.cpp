@@ -1,6 +1,7 @@
 #include "store/json_writer.h"
 
-#include <array>
+#include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -11,96 +12,113 @@ namespace {
 
 constexpr std::size_t kBuffer = 256 * 1024;
 
-bool needsEscape(unsigned char c) {
-  return c < 0x20 || c == '"' || c == '\\';
-}
+// A string is taken in slices that fit into the buffer even when every byte is escaped, with room
+// for the copy of a last word that reaches beyond the slice.
+constexpr std::size_t kSlice = 16 * 1024;
+constexpr std::size_t kLongestEscape = 6;
+constexpr std::size_t kWord = sizeof(std::uint64_t);
 
-/// Whether one of eight bytes needs an escape. Each term sets the high bit of a byte that is
-/// below 0x20, or equal to the quote or the backslash; bytes of 0x80 and above set none.
-bool anyNeedsEscape(const char* bytes) {
+/// Marks, in the high bit of each, the bytes of `word` that JSON forbids raw: those below 0x20, the
+/// quote and the backslash. Bytes behind the first such byte may be marked wrongly.
+std::uint64_t markEscapes(std::uint64_t word) {
   constexpr std::uint64_t kOnes = 0x0101010101010101;
   constexpr std::uint64_t kHigh = 0x8080808080808080;
-  std::uint64_t word;
-  std::memcpy(&word, bytes, sizeof word);
-  const auto zeroByte = [](std::uint64_t w) { return (w - kOnes) & ~w; };
-  return (((word - kOnes * 0x20) & ~word) | zeroByte(word ^ kOnes * '"') |
-          zeroByte(word ^ kOnes * '\\')) &
+  const auto below = [&](std::uint64_t bytes, std::uint64_t limit) {
+    return (bytes - kOnes * limit) & ~bytes;
+  };
+  return (below(word, 0x20) | below(word ^ (kOnes * '"'), 1) | below(word ^ (kOnes * '\\'), 1)) &
          kHigh;
 }
 
-/// The length of the longest prefix of `text` that may stand in a JSON string as it is.
-std::size_t plainPrefix(std::string_view text) {
-  std::size_t i = 0;
-  while (i + 8 <= text.size() && !anyNeedsEscape(text.data() + i)) i += 8;
-  while (i < text.size() && !needsEscape(static_cast<unsigned char>(text[i]))) ++i;
-  return i;
+char* writeEscape(char* out, unsigned char c) {
+  constexpr char kDigits[] = "0123456789abcdef";
+  *out++ = '\\';
+  switch (c) {
+    case '\n':
+      *out++ = 'n';
+      break;
+    case '\r':
+      *out++ = 'r';
+      break;
+    case '\t':
+      *out++ = 't';
+      break;
+    case '"':
+    case '\\':
+      *out++ = static_cast<char>(c);
+      break;
+    default:
+      for (const char digit : {'u', '0', '0', kDigits[c >> 4], kDigits[c & 0x0F]}) *out++ = digit;
+  }
+  return out;
+}
+
+/// Writes `text` with its escapes; copies word by word, so that up to a word behind the end of what
+/// it returns is overwritten.
+char* writeEscaped(char* out, std::string_view text) {
+  static_assert(std::endian::native == std::endian::little, "the first byte is the lowest");
+  const char* in = text.data();
+  const char* const end = in + text.size();
+  while (static_cast<std::size_t>(end - in) >= kWord) {
+    std::uint64_t word;
+    std::memcpy(&word, in, kWord);
+    std::memcpy(out, &word, kWord);
+    const std::uint64_t marks = markEscapes(word);
+    const auto plain = marks == 0 ? kWord : static_cast<std::size_t>(std::countr_zero(marks)) / 8;
+    in += plain;
+    out += plain;
+    if (marks != 0) out = writeEscape(out, static_cast<unsigned char>(*in++));
+  }
+  for (; in < end; ++in) {
+    const auto c = static_cast<unsigned char>(*in);
+    if (c < 0x20 || c == '"' || c == '\\') {
+      out = writeEscape(out, c);
+    } else {
+      *out++ = *in;
+    }
+  }
+  return out;
 }
 
 }  // namespace
 
-JsonWriter::JsonWriter(ByteSink& sink) : sink_(sink) {
-  buffer_.reserve(kBuffer);
-}
+JsonWriter::JsonWriter(ByteSink& sink)
+    : sink_(sink), buffer_(new char[kBuffer]), end_(buffer_.get()) {}
 
 void JsonWriter::raw(std::string_view json) {
-  if (buffer_.size() + json.size() > kBuffer) flush();
-  if (json.size() > kBuffer) {
-    sink_.append(json);
-  } else {
-    buffer_ += json;
-  }
+  makeRoom(json.size());
+  end_ = std::copy(json.begin(), json.end(), end_);
 }
 
 void JsonWriter::string(std::string_view text) {
   raw("\"");
-  for (;;) {
-    const std::size_t plain = plainPrefix(text);
-    raw(text.substr(0, plain));
-    if (plain == text.size()) break;
-    const auto c = static_cast<unsigned char>(text[plain]);
-    constexpr std::string_view kDigits = "0123456789abcdef";
-    switch (c) {
-      case '"':
-        raw("\\\"");
-        break;
-      case '\\':
-        raw("\\\\");
-        break;
-      case '\n':
-        raw("\\n");
-        break;
-      case '\r':
-        raw("\\r");
-        break;
-      case '\t':
-        raw("\\t");
-        break;
-      default: {
-        const char escape[] = {'\\', 'u', '0', '0', kDigits[c >> 4], kDigits[c & 0x0F]};
-        raw({escape, sizeof escape});
-      }
-    }
-    text.remove_prefix(plain + 1);
-  }
+  do {
+    const std::string_view slice = text.substr(0, kSlice);
+    makeRoom(slice.size() * kLongestEscape + kWord);
+    end_ = writeEscaped(end_, slice);
+    text.remove_prefix(slice.size());
+  } while (!text.empty());
   raw("\"");
 }
 
 void JsonWriter::number(double value) {
-  std::array<char, 32> digits;
+  constexpr std::size_t kLongest = 32;
+  makeRoom(kLongest);
   const auto format =
       std::fabs(value) < 1e21 ? std::chars_format::fixed : std::chars_format::scientific;
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value, format);
-  if (end.ec == std::errc()) {
-    raw({digits.data(), static_cast<std::size_t>(end.ptr - digits.data())});
-  } else {  // a tiny fraction, too long without an exponent
-    const auto fitting = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-    raw({digits.data(), static_cast<std::size_t>(fitting.ptr - digits.data())});
-  }
+  auto written = std::to_chars(end_, end_ + kLongest, value, format);
+  // A tiny fraction is too long without an exponent.
+  if (written.ec != std::errc()) written = std::to_chars(end_, end_ + kLongest, value);
+  end_ = written.ptr;
 }
 
 void JsonWriter::flush() {
-  if (!buffer_.empty()) sink_.append(buffer_);
-  buffer_.clear();
+  sink_.append({buffer_.get(), static_cast<std::size_t>(end_ - buffer_.get())});
+  end_ = buffer_.get();
+}
+
+void JsonWriter::makeRoom(std::size_t bytes) {
+  if (static_cast<std::size_t>(buffer_.get() + kBuffer - end_) < bytes) flush();
 }
 
 }  // namespace brimlo

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <string>
+#include <cstddef>
+#include <memory>
 #include <string_view>
 
 #include "platform/file_system.h"
@@ -27,8 +28,11 @@ class JsonWriter {
   void flush();
 
  private:
+  void makeRoom(std::size_t bytes);
+
   ByteSink& sink_;
-  std::string buffer_;
+  std::unique_ptr<char[]> buffer_;
+  char* end_;  // of what the buffer holds
 };
 
 }  // namespace brimlo

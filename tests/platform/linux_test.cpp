@@ -85,6 +85,27 @@ TEST_F(LinuxTest, ReadsRegularFilesOnlyAndNeverWaits) {
   EXPECT_EQ(files.read(huge).error, std::errc::file_too_large);
 }
 
+TEST_F(LinuxTest, TakesOverTheReplacedFileWhileItIsAsItWasWritten) {
+  const auto grow = [&](bool expected) {
+    return files.replace(path(), [&](ByteSink& sink) {
+      sink.append("new ");
+      EXPECT_EQ(sink.appendFromReplaced(1), expected);
+    });
+  };
+  std::ofstream(path()) << "not ours";
+  EXPECT_FALSE(grow(false));
+  EXPECT_FALSE(grow(true));
+  EXPECT_EQ(contentOf(path()), "new ew ");
+  std::ofstream(path(), std::ios::in) << "N";  // in place, the size as before
+  EXPECT_FALSE(grow(false));
+  fs::remove(path());
+  EXPECT_FALSE(grow(false));
+  const std::string large(10'000'000, 'x');
+  EXPECT_FALSE(write(large));
+  EXPECT_FALSE(grow(true));
+  EXPECT_EQ(contentOf(path()), "new " + large.substr(1));
+}
+
 TEST_F(LinuxTest, WhatIsSetAsideKeepsANameOfItsOwn) {
   EXPECT_EQ(files.setAside(path()).path, "");
   std::vector<std::string> names;

@@ -119,6 +119,33 @@ TEST_F(ClipStoreTest, LoadsKeysInAnyOrderUnknownOnesToo) {
   EXPECT_EQ(store.clips().value()[0]->id, "2");
 }
 
+TEST_F(ClipStoreTest, ASaveTakesOverWhatIsOnDiskOnlyWhileThatIsTheRestOfTheHistory) {
+  files.files[kClips] = "[ " + object("A", "a", "1") + " ]";  // the same, in another form
+  ClipStore store = make();
+  const auto savedAfter = [&](const std::string& text, double time) {
+    store.add(text, "manual", time);
+    EXPECT_TRUE(make().clips().value().size() == store.clips().value().size() &&
+                std::equal(store.clips().value().begin(), store.clips().value().end(),
+                           make().clips().value().begin(),
+                           [](const ClipPtr& a, const ClipPtr& b) { return *a == *b; }));
+    return files.copiedOver;
+  };
+  EXPECT_FALSE(savedAfter("b", 2));
+  EXPECT_TRUE(savedAfter("c", 3));
+  EXPECT_TRUE(savedAfter("d", 4));
+  EXPECT_FALSE(savedAfter("a", 5));    // moved up
+  EXPECT_FALSE(savedAfter("old", 0));  // went to the end
+  EXPECT_TRUE(savedAfter("e", 6));
+  files.files[kClips] = "[]";  // somebody else's doing
+  EXPECT_FALSE(savedAfter("f", 7));
+  files.diskFull = true;
+  store.add("g", "manual", 8);
+  files.diskFull = false;
+  EXPECT_TRUE(savedAfter("h", 9));
+  store.clearAll();
+  EXPECT_FALSE(savedAfter("i", 10));
+}
+
 TEST_F(ClipStoreTest, ADamagedHistoryIsNamedKeptAsideAndNeverOverwritten) {
   const std::string good = object("A", "a", "1");
   const std::pair<std::string, const char*> cases[] = {

@@ -33,10 +33,15 @@ class FakeFileSystem : public FileSystem {
 
   std::error_code replace(const std::string& path,
                           const std::function<void(ByteSink&)>& produce) override {
-    Sink sink;
+    const auto old = files.find(path);
+    const auto before = written_.find(path);
+    const bool untouched =
+        old != files.end() && before != written_.end() && old->second == before->second;
+    Sink sink(untouched ? &old->second : nullptr);
     produce(sink);
     if (diskFull) return std::make_error_code(std::errc::no_space_on_device);
-    files[path] = std::move(sink.bytes);
+    copiedOver = sink.copiedOver;
+    files[path] = written_[path] = std::move(sink.bytes);
     unreadable.erase(path);
     ++writes;
     return {};
@@ -54,12 +59,24 @@ class FakeFileSystem : public FileSystem {
   std::map<std::string, std::errc> unreadable;
   bool diskFull = false;
   int writes = 0;
+  bool copiedOver = false;  ///< whether the last write took over what was there
 
  private:
   struct Sink : ByteSink {
+    explicit Sink(const std::string* old) : old_(old) {}
     void append(std::string_view more) override { bytes += more; }
+    bool appendFromReplaced(std::size_t offset) override {
+      if (!old_) return false;
+      bytes += old_->substr(offset);
+      return copiedOver = true;
+    }
     std::string bytes;
+    bool copiedOver = false;
+
+   private:
+    const std::string* old_;
   };
+  std::map<std::string, std::string> written_;
 };
 
 }  // namespace brimlo::test

@@ -4,12 +4,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <limits>
+#include <memory>
 #include <new>
 
 #include "platform/linux/file_descriptor.h"
@@ -32,26 +34,60 @@ std::error_code syncFolder(const std::string& path) {
   return {};
 }
 
+bool sameTime(const timespec& a, const timespec& b) {
+  return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
+}
+
+/// Whether nobody has written to the file in between; the change time cannot be set by hand.
+bool untouched(const struct stat& before, const struct stat& now) {
+  return before.st_dev == now.st_dev && before.st_ino == now.st_ino &&
+         before.st_size == now.st_size && sameTime(before.st_mtim, now.st_mtim) &&
+         sameTime(before.st_ctim, now.st_ctim);
+}
+
 /// Writes to a descriptor; keeps the first error and ignores what comes after it.
 class DescriptorSink : public ByteSink {
  public:
-  explicit DescriptorSink(int fd) : fd_(fd) {}
+  /// `replaced`: the path of the file that the new one replaces; `written`: what it was like when
+  /// it was written, or null.
+  DescriptorSink(int fd, const std::string& replaced, const struct stat* written)
+      : fd_(fd), replaced_(replaced), written_(written) {}
 
   void append(std::string_view bytes) override {
     while (!error_ && !bytes.empty()) {
-      const ssize_t written = write(fd_, bytes.data(), bytes.size());
-      if (written >= 0) {
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-        unflushed_ += written;
+      const ssize_t count = write(fd_, bytes.data(), bytes.size());
+      if (count >= 0) {
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+        size_ += count;
       } else if (errno != EINTR) {
         error_ = lastError();
       }
     }
     // The disk works on what is there while the rest is being made.
     constexpr off_t kEnough = off_t{4} * 1024 * 1024;
-    if (unflushed_ < kEnough) return;
-    sync_file_range(fd_, flushed_, unflushed_, SYNC_FILE_RANGE_WRITE);
-    flushed_ += std::exchange(unflushed_, 0);
+    if (size_ - flushed_ < kEnough) return;
+    sync_file_range(fd_, flushed_, size_ - flushed_, SYNC_FILE_RANGE_WRITE);
+    flushed_ = size_;
+  }
+
+  bool appendFromReplaced(std::size_t offset) override {
+    if (!written_) return false;
+    const FileDescriptor old(open(replaced_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status;
+    if (!old || fstat(old.get(), &status) != 0 || !untouched(*written_, status)) return false;
+    const off_t start = size_;
+    constexpr std::size_t kPiece = 256 * 1024;
+    const std::unique_ptr<char[]> piece(new char[kPiece]);
+    for (auto at = static_cast<off_t>(offset); at < status.st_size && !error_;) {
+      const ssize_t count = pread(old.get(), piece.get(), kPiece, at);
+      if (count <= 0 && !(count < 0 && errno == EINTR)) {
+        takeBackTo(start);
+        return false;
+      }
+      if (count > 0) append({piece.get(), static_cast<std::size_t>(count)});
+      at += std::max<ssize_t>(count, 0);
+    }
+    return true;
   }
 
   std::error_code finish() {
@@ -60,11 +96,28 @@ class DescriptorSink : public ByteSink {
   }
 
  private:
+  void takeBackTo(off_t size) {
+    if (ftruncate(fd_, size) != 0 || lseek(fd_, size, SEEK_SET) != size) error_ = lastError();
+    size_ = size;
+    flushed_ = std::min(flushed_, size);
+  }
+
   int fd_;
+  std::string replaced_;
+  const struct stat* written_;
+  off_t size_ = 0;
   off_t flushed_ = 0;
-  off_t unflushed_ = 0;
   std::error_code error_;
 };
+
+/// The file at `path`, held open where it is so large that freeing its blocks takes a while.
+FileDescriptor holdLargeFile(const std::string& path) {
+  constexpr off_t kLarge = off_t{4} * 1024 * 1024;
+  struct stat status;
+  const bool large =
+      stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_size >= kLarge;
+  return FileDescriptor(large ? open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK) : -1);
+}
 
 /// "…/clips.json.damaged-2026-03-01T09-30-00Z", with "-2", "-3", … where that is taken.
 std::string damagedName(const std::string& path, int attempt) {
@@ -153,21 +206,25 @@ std::error_code PosixFileSystem::replace(const std::string& path,
                                          const std::function<void(ByteSink&)>& produce) {
   const std::string temporary = path + ".tmp";
   unlink(temporary.c_str());
-  {
-    const FileDescriptor file(
-        open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600));
-    if (!file) return lastError();
-    DescriptorSink sink(file.get());
-    produce(sink);
-    if (const std::error_code error = sink.finish()) {
-      unlink(temporary.c_str());
-      return error;
-    }
-  }
-  if (rename(temporary.c_str(), path.c_str()) != 0) {
-    const std::error_code error = lastError();
+  const FileDescriptor file(
+      open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600));
+  if (!file) return lastError();
+  const auto written = written_.find(path);
+  DescriptorSink sink(file.get(), path, written == written_.end() ? nullptr : &written->second);
+  produce(sink);
+  FileDescriptor replaced = holdLargeFile(path);
+  std::error_code error = sink.finish();
+  if (!error && rename(temporary.c_str(), path.c_str()) != 0) error = lastError();
+  if (error) {
     unlink(temporary.c_str());
     return error;
+  }
+  if (fstat(file.get(), &written_[path]) != 0) written_.erase(path);
+  // The last descriptor of the old content frees it, which the caller need not wait for.
+  if (replaced) {
+    freeing_ = std::async(std::launch::async, [held = std::move(replaced)]() mutable {
+      const FileDescriptor closing = std::move(held);
+    });
   }
   return syncFolder(parentOf(path));
 }

@@ -1,5 +1,10 @@
 #pragma once
 
+#include <sys/stat.h>
+
+#include <future>
+#include <map>
+
 #include "platform/file_system.h"
 
 namespace brimlo {
@@ -16,6 +21,10 @@ class PosixFileSystem : public FileSystem {
   std::error_code replace(const std::string& path,
                           const std::function<void(ByteSink&)>& produce) override;
   AsideResult setAside(const std::string& path) override;
+
+ private:
+  std::map<std::string, struct stat> written_;  // the files as this object left them, by path
+  std::future<void> freeing_;  // the release of a large replaced file, on a thread of its own
 };
 
 }  // namespace brimlo

@@ -1,0 +1,229 @@
+"""Drives the real program on a virtual display, as a person would: other programs copy, and the
+history is looked at. Prints what it sees, leaves screenshots, and exits with 1 if anything is not
+as it should be.
+
+usage: tour.py BRIMLO SCREENSHOTS"""
+
+import contextlib
+import json
+import os
+import pathlib
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+SHOWN = 60  # characters of a text that are printed
+
+
+class Desk:
+    """A virtual display with a window manager, a home of its own, and the program."""
+
+    def __init__(self, stack, brimlo, screenshots):
+        self.stack = stack
+        self.brimlo_path = brimlo
+        self.screenshots = screenshots
+        self.home = pathlib.Path(self.stack.enter_context(tempfile.TemporaryDirectory()))
+        self.data = self.home / "data/BrimloMac"
+        self.faults = 0
+        self.log = self.home / "log"
+        self.env = dict(os.environ, HOME=str(self.home), LANG="C.UTF-8", NO_AT_BRIDGE="1",
+                        GSETTINGS_BACKEND="memory", XDG_DATA_HOME=str(self.home / "data"),
+                        XDG_CONFIG_HOME=str(self.home / "config"),
+                        XDG_RUNTIME_DIR=str(self.home), QT_QPA_PLATFORM="xcb")
+        for name in ("WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "QT_QPA_PLATFORMTHEME"):
+            self.env.pop(name, None)
+        reader, writer = os.pipe()
+        self.spawn("Xvfb", "-displayfd", str(writer), "-screen", "0", "1280x800x24", "-noreset",
+                   pass_fds=[writer])
+        self.env["DISPLAY"] = ":" + os.read(reader, 16).decode().strip()
+        self.spawn("openbox")
+        self.start()
+
+    def spawn(self, *command, **options):
+        """Starts a program that ends with the desk."""
+        options.setdefault("stderr", subprocess.DEVNULL)
+        process = subprocess.Popen(command, env=self.env, stdout=subprocess.DEVNULL,
+                                   start_new_session=True, **options)
+        self.stack.callback(self.end, process)
+        return process
+
+    @staticmethod
+    def end(process):
+        with contextlib.suppress(ProcessLookupError):
+            os.killpg(process.pid, signal.SIGKILL)
+        process.wait()
+
+    def start(self):
+        self.brimlo = self.spawn(self.brimlo_path, stderr=self.log.open("a"))
+        time.sleep(1)
+
+    def run(self, *command):
+        return subprocess.run(command, env=self.env, capture_output=True, timeout=30)
+
+    def feed(self, text, *command):
+        """Runs a program that goes on in the background and owns the clipboard."""
+        subprocess.run(command, env=self.env, input=text, stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL, timeout=20)
+
+    def clips(self):
+        try:
+            return json.loads((self.data / "clips.json").read_text())
+        except FileNotFoundError:
+            return []
+
+    def wait(self, holds, seconds):
+        end = time.monotonic() + seconds
+        while not holds() and time.monotonic() < end:
+            time.sleep(0.02)
+        return holds()
+
+    def check(self, what, holds):
+        print(("  ok    " if holds else "  FAULT ") + what, flush=True)
+        self.faults += not holds
+
+    def expect_newest(self, who, text):
+        begin = time.monotonic()
+        there = self.wait(lambda: self.clips() and self.clips()[0]["text"] == text, 2)
+        self.check(f"{who}: {text[:SHOWN]!r} in the history after "
+                   f"{(time.monotonic() - begin) * 1000:.0f} ms", there)
+
+    def xclip(self, text, *options):
+        self.feed(text, "xclip", "-selection", "clipboard", *options)
+
+    def paste(self):
+        return self.run("xsel", "-b", "-o").stdout.decode()
+
+    def window(self, title):
+        """Waits for a window with this in its title and brings it to the front."""
+        found = self.run("timeout", "20", "xdotool", "search", "--sync", "--onlyvisible", "--name",
+                         title).stdout.decode().split()
+        self.run("xdotool", "windowactivate", "--sync", found[-1])
+        time.sleep(0.5)
+        return found[-1]
+
+    def keys(self, *keys):
+        self.run("xdotool", "key", "--clearmodifiers", *keys)
+
+    def screenshot(self, name):
+        self.run("import", "-window", "root", str(self.screenshots / f"{name}.png"))
+
+
+def programs_copy(desk):
+    desk.xclip("from xclip: naïve café".encode())
+    desk.expect_newest("xclip", "from xclip: naïve café")
+
+    desk.feed("from xsel: 日本語".encode(), "xsel", "-b", "-i")
+    desk.expect_newest("xsel", "from xsel: 日本語")
+
+    terminal = desk.spawn("xterm", "-T", "terminal", "-xrm", "XTerm*selectToClipboard: true", "-e",
+                          "printf 'from xterm: a line\\n'; sleep 60")
+    window = desk.window("terminal")
+    desk.run("xdotool", "mousemove", "--window", window, "60", "10", "click", "--repeat", "3",
+             "--delay", "60", "1")
+    desk.expect_newest("xterm", "from xterm: a line\n")
+    desk.screenshot("xterm")
+    desk.end(terminal)
+
+    for program, toolkit in (("mousepad", "GTK"), ("featherpad", "Qt")):
+        text = f"from a {toolkit} editor: “quoted” ☃\nand a second line"
+        file = desk.home / f"{program}.txt"
+        file.write_text(text)
+        editor = desk.spawn(program, str(file))
+        desk.window(f"{program}.txt")
+        desk.keys("ctrl+a")
+        desk.keys("ctrl+c")
+        desk.expect_newest(program, text)
+        desk.screenshot(program)
+        desk.end(editor)
+        desk.check(f"{program} has ended, its text can still be pasted",
+                   desk.wait(lambda: desk.paste() == text, 2))
+
+    page = desk.home / "page.html"
+    page.write_text("<meta charset=utf-8><title>browser</title>"
+                    "<textarea autofocus>from Chromium: 😀 text</textarea>")
+    browser = desk.spawn("chromium", "--no-sandbox", "--disable-gpu", "--no-first-run",
+                         "--disable-background-networking", "--disable-component-update",
+                         "--disable-sync", "--disable-dev-shm-usage", "--password-store=basic",
+                         f"--user-data-dir={desk.home}/chromium", f"file://{page}")
+    desk.window("browser")
+    time.sleep(1)
+    desk.keys("ctrl+a")
+    desk.keys("ctrl+c")
+    desk.expect_newest("chromium", "from Chromium: 😀 text")
+    desk.screenshot("chromium")
+    desk.end(browser)
+
+
+def rules_hold(desk):
+    before = desk.clips()
+    desk.xclip(b" \n\t ")
+    desk.xclip(b"\x89PNG\r\n\x1a\n", "-t", "image/png")
+    time.sleep(1.2)
+    desk.check("blank text and an image leave nothing", desk.clips() == before)
+
+    oldest = before[-1]
+    desk.xclip(oldest["text"].replace("é", "e\u0301").encode())
+    desk.wait(lambda: desk.clips()[0]["id"] == oldest["id"], 2)
+    desk.check("an older text, copied again in another spelling, moves up and keeps its id",
+               desk.clips()[0]["id"] == oldest["id"] and len(desk.clips()) == len(before))
+
+    desk.run("pkill", "-9", "xclip")
+    time.sleep(0.3)
+    desk.check("its owner was killed, another program can still paste it",
+               desk.paste() == desk.clips()[0]["text"])
+
+    large = b"large " * 2_000_000
+    desk.xclip(large)
+    desk.wait(lambda: len(desk.clips()) > len(before), 10)
+    desk.check("12 MB are captured whole", desk.clips()[0]["text"].encode() == large)
+
+    second = desk.run(desk.brimlo_path)
+    desk.check("a second start says so and exits with 0",
+               second.returncode == 0 and b"already running for" in second.stderr)
+
+
+def restarts(desk):
+    before = desk.clips()
+    desk.brimlo.kill()
+    desk.brimlo.wait()
+    desk.xclip(b"copied while nothing ran")
+    (desk.home / "config/BrimloMac/defaults.ini").write_text("[General]\nexcludePasswords=true\n")
+    desk.start()
+    desk.xclip(b"Passw0rd!")
+    time.sleep(1)
+    desk.check("after kill -9 the history is as it was; what was on the clipboard at the start and "
+               "a password stay out", desk.clips() == before)
+    desk.xclip(b"the first copy after the restart")
+    desk.expect_newest("xclip", "the first copy after the restart")
+    desk.brimlo.terminate()
+    desk.check("SIGTERM ends it with 0", desk.brimlo.wait(10) == 0)
+
+
+def main():
+    screenshots = pathlib.Path(sys.argv[2])
+    screenshots.mkdir(parents=True, exist_ok=True)
+    with contextlib.ExitStack() as stack:
+        desk = Desk(stack, os.path.abspath(sys.argv[1]), screenshots)
+        print("Other programs copy:")
+        programs_copy(desk)
+        print("The rules:")
+        rules_hold(desk)
+        print("The process ends and starts again:")
+        restarts(desk)
+        print("The history, newest first:")
+        for clip in desk.clips():
+            print(f"  {clip['id']}  {clip['source']}  {clip['text'][:SHOWN]!r}")
+        print("The log:")
+        log = desk.log.read_text()
+        print("".join(f"  {line}\n" for line in log.splitlines()), end="")
+        desk.check("the log has the expected lines",
+                   log.count("captured local clip (") == 9
+                   and log.splitlines()[-2] == "[BrimloMac] skipped password-like text (9 chars)")
+        print(f"{desk.faults} faults; screenshots in {screenshots}")
+        return 1 if desk.faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
