@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -14,7 +15,10 @@ namespace brimlo {
 struct FileContents {
   static constexpr std::size_t kPadding = 64;
 
-  std::unique_ptr<char[]> bytes;
+  struct Free {
+    void operator()(char* bytes) const { std::free(bytes); }
+  };
+  std::unique_ptr<char[], Free> bytes;  ///< from `std::malloc` or one of its kin
   std::size_t size = 0;
 
   std::string_view view() const { return {bytes.get(), size}; }

@@ -4,6 +4,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <memory>
+#include <new>
 
 #include "store/json_writer.h"
 
@@ -19,30 +22,46 @@ struct Malformed {
   std::string fault;
 };
 
-std::string ownedString(ondemand::value value) {
-  return std::string(value.get_string().value());
-}
+/// Takes strings out of a document. Each is unescaped to the same place before it is copied: the
+/// parser's own buffer would keep them all, and meeting that much fresh memory costs more than the
+/// work itself.
+class StringReader {
+ public:
+  StringReader(const ondemand::parser& parser, std::size_t documentSize)
+      : parser_(parser), place_(new std::uint8_t[documentSize + simdjson::SIMDJSON_PADDING]) {}
 
-ClipPtr decodeClip(ondemand::object object, std::size_t index) {
+  /// The string; valid until the next call.
+  std::string_view view(ondemand::raw_json_string string) {
+    std::uint8_t* end = place_.get();
+    return parser_.unescape(string, end);
+  }
+  std::string copy(ondemand::value value) { return std::string(view(value.get_raw_json_string())); }
+
+ private:
+  const ondemand::parser& parser_;
+  std::unique_ptr<std::uint8_t[]> place_;
+};
+
+ClipPtr decodeClip(ondemand::object object, std::size_t index, StringReader& strings) {
   auto clip = std::make_shared<Clip>();
   std::array<bool, kRequired.size()> seen{};
   for (auto field : object) {
-    const std::string_view key = field.unescaped_key();
+    const std::string_view key = strings.view(field.key());
     const auto required = std::find(kRequired.begin(), kRequired.end(), key);
     if (required != kRequired.end()) seen[required - kRequired.begin()] = true;
     if (key == "id") {
-      clip->id = ownedString(field.value());
+      clip->id = strings.copy(field.value());
     } else if (key == "text") {
-      clip->text = ownedString(field.value());
+      clip->text = strings.copy(field.value());
     } else if (key == "savedAt") {
       clip->savedAt = field.value().get_double();
     } else if (key == "source") {
-      clip->source = ownedString(field.value());
+      clip->source = strings.copy(field.value());
     } else if (key == "tags") {
       ondemand::value tags = field.value();
       if (tags.is_null()) continue;
       clip->tags.emplace();
-      for (auto tag : tags.get_array()) clip->tags->push_back(ownedString(tag.value()));
+      for (auto tag : tags.get_array()) clip->tags->push_back(strings.copy(tag.value()));
     }
   }
   const auto missing = std::find(seen.begin(), seen.end(), false);
@@ -60,14 +79,17 @@ std::string decodeArray(const FileContents& file, Take take) {
     ondemand::parser parser;
     ondemand::document document = parser.iterate(
         simdjson::padded_string_view(file.view(), file.size + FileContents::kPadding));
+    StringReader strings(parser, file.size);
     std::size_t index = 0;
-    for (auto element : document.get_array()) take(element.value(), index++);
+    for (auto element : document.get_array()) take(element.value(), index++, strings);
     const bool atEnd = document.current_location().error() == simdjson::OUT_OF_BOUNDS;
     return atEnd ? "" : "something follows the array";
   } catch (const simdjson::simdjson_error& error) {
     return error.what();
   } catch (const Malformed& malformed) {
     return malformed.fault;
+  } catch (const std::bad_alloc&) {
+    return "too large for the memory";
   }
 }
 
@@ -95,9 +117,10 @@ void encodeClip(const Clip& clip, JsonWriter& json) {
 
 Decoded<std::vector<ClipPtr>> decodeClips(const FileContents& file) {
   std::vector<ClipPtr> clips;
-  std::string fault = decodeArray(file, [&](ondemand::value element, std::size_t index) {
-    clips.push_back(decodeClip(element.get_object(), index));
-  });
+  std::string fault =
+      decodeArray(file, [&](ondemand::value element, std::size_t index, StringReader& strings) {
+        clips.push_back(decodeClip(element.get_object(), index, strings));
+      });
   if (!fault.empty()) return {std::nullopt, std::move(fault)};
   return {std::move(clips), {}};
 }
@@ -118,8 +141,10 @@ void encodeClips(const ClipList& clips, std::size_t saved, ByteSink& sink) {
 
 Decoded<std::unordered_set<std::string>> decodeIds(const FileContents& file) {
   std::unordered_set<std::string> ids;
-  std::string fault = decodeArray(
-      file, [&](ondemand::value element, std::size_t) { ids.insert(ownedString(element)); });
+  std::string fault =
+      decodeArray(file, [&](ondemand::value element, std::size_t, StringReader& strings) {
+        ids.insert(strings.copy(element));
+      });
   if (!fault.empty()) return {std::nullopt, std::move(fault)};
   return {std::move(ids), {}};
 }

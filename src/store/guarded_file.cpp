@@ -22,7 +22,9 @@ GuardedFile::GuardedFile(FileSystem& files, SystemLog& log, std::string path)
 
 std::optional<FileContents> GuardedFile::read() {
   FileSystem::ReadResult result = files_.read(path_);
-  if (result.error && result.error != std::errc::no_such_file_or_directory) {
+  const bool missing = result.error == std::errc::no_such_file_or_directory ||
+                       result.error == std::errc::not_a_directory;
+  if (result.error && !missing) {
     declareDamaged("cannot be read: " + result.error.message());
   }
   return std::move(result.contents);

@@ -26,7 +26,8 @@ class FakeFileSystem : public FileSystem {
     }
     FileContents contents;
     contents.size = found->second.size();
-    contents.bytes.reset(new char[contents.size + FileContents::kPadding]());
+    contents.bytes.reset(
+        static_cast<char*>(std::calloc(contents.size + FileContents::kPadding, 1)));
     std::memcpy(contents.bytes.get(), found->second.data(), contents.size);
     return {std::move(contents), {}};
   }
