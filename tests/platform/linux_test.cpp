@@ -18,6 +18,7 @@
 #include "platform/linux/ini_user_defaults.h"
 #include "platform/linux/posix_file_system.h"
 #include "platform/linux/unix_signals.h"
+#include "platform/qt/qt_strings.h"
 #include "support/fakes.h"
 
 namespace brimlo {
@@ -193,6 +194,12 @@ TEST_F(LinuxTest, SettingsAreWrittenThroughAndHandWrittenOnesUnderstood) {
   fs::create_directory(folder / "folder.ini");
   IniUserDefaults(folder / "folder.ini", log).setBool("a", true);
   EXPECT_TRUE(log.has("cannot save the setting a"));
+}
+
+TEST(QtStrings, FindsATextAndShowsTheKeyOfAMissingOne) {
+  const QtStrings strings;
+  EXPECT_EQ(strings.text("sync.status.idle"), "Not synced yet");
+  EXPECT_EQ(strings.text("no.such.key"), "no.such.key");
 }
 
 TEST(UnixSignals, RunTheirBlocksOnTheRunLoopAndLeaveIgnoredOnesAlone) {

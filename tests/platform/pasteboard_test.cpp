@@ -186,6 +186,8 @@ TEST_F(X11PasteboardTest, ReadsWhateverEncodingTheOwnerHas) {
       {{.texts = {{"text/plain", "é"}, {"text/html", "<b>"}, {"image/png", "\x89"}}}, "é"},
       {{.texts = {{"UTF8_STRING", "a\xff\xc3"}, {"STRING", "worse"}}}, "a\ufffd\ufffd"},
       {{.texts = {{"STRING", "old"}}, .manner = Offer::Manner::kKnowsNoTargets}, "old"},
+      {{.texts = {{"TARGETS", "text"}, {"UTF8_STRING", "text"}}, .types = {{"TARGETS", "STRING"}}},
+       "text"},
       {{.texts = {{"text/uri-list", "file:///a"}}}, std::nullopt},
       {{.texts = {{"UTF8_STRING", "slow"}}, .delay = 300ms}, "slow"},
   };

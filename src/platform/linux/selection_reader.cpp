@@ -100,6 +100,10 @@ void SelectionReader::handle(const xcb_generic_event_t& event) {
 void SelectionReader::onAnswer(const xcb_selection_notify_event_t& answer) {
   if (answer.target != target_) return;
   if (answer.property != XCB_NONE) return fetch();
+  onRefused();
+}
+
+void SelectionReader::onRefused() {
   if (target_ == x11_.atoms().targets) {
     // An owner of before the convention: it is asked for what every such owner has.
     textsToTry_ = {XCB_ATOM_STRING, x11_.atoms().utf8String};
@@ -134,6 +138,7 @@ void SelectionReader::onFetched(const xcb_get_property_reply_t* reply) {
     if (announced > kLargestText) finish(SelectionContents::Kind::kTooLarge);
     return;
   }
+  if (!incremental_ && reply->type == XCB_NONE) return onRefused();  // nothing was put there
   if (reply->bytes_after > 0 || value_.size() + length > kLargestText) {
     return finish(SelectionContents::Kind::kTooLarge);
   }
@@ -147,7 +152,11 @@ void SelectionReader::onFetched(const xcb_get_property_reply_t* reply) {
 }
 
 void SelectionReader::onValue(xcb_atom_t type, std::string value) {
-  if (target_ == x11_.atoms().targets) return onTargets(value);
+  if (target_ == x11_.atoms().targets) {
+    // There are owners that answer every request with their text.
+    const bool atoms = type == XCB_ATOM_ATOM || type == x11_.atoms().targets;
+    return atoms ? onTargets(value) : onRefused();
+  }
   finish(SelectionContents::Kind::kText, decodeText(x11_.atoms(), type, std::move(value)));
 }
 

@@ -63,6 +63,7 @@ class SelectionReader {
   void convertNextText();
   void fetch();
   void onAnswer(const xcb_selection_notify_event_t& answer);
+  void onRefused();
   void onFetched(const xcb_get_property_reply_t* reply);
   void onValue(xcb_atom_t type, std::string value);
   void onTargets(const std::string& value);
