@@ -1,54 +1,21 @@
 #include "store/clip_file.h"
 
-#include <simdjson.h>
-
-#include <algorithm>
 #include <array>
-#include <cstdint>
-#include <memory>
-#include <new>
 
+#include "store/json_reader.h"
 #include "store/json_writer.h"
 
 namespace brimlo {
 namespace {
 
-namespace ondemand = simdjson::ondemand;
-
 constexpr std::array<std::string_view, 4> kRequired = {"id", "text", "savedAt", "source"};
-
-/// A document of the right syntax that does not have the form it should.
-struct Malformed {
-  std::string fault;
-};
-
-/// Takes strings out of a document. Each is unescaped to the same place before it is copied: the
-/// parser's own buffer would keep them all, and meeting that much fresh memory costs more than the
-/// work itself.
-class StringReader {
- public:
-  StringReader(const ondemand::parser& parser, std::size_t documentSize)
-      : parser_(parser), place_(new std::uint8_t[documentSize + simdjson::SIMDJSON_PADDING]) {}
-
-  /// The string; valid until the next call.
-  std::string_view view(ondemand::raw_json_string string) {
-    std::uint8_t* end = place_.get();
-    return parser_.unescape(string, end);
-  }
-  std::string copy(ondemand::value value) { return std::string(view(value.get_raw_json_string())); }
-
- private:
-  const ondemand::parser& parser_;
-  std::unique_ptr<std::uint8_t[]> place_;
-};
 
 ClipPtr decodeClip(ondemand::object object, std::size_t index, StringReader& strings) {
   auto clip = std::make_shared<Clip>();
-  std::array<bool, kRequired.size()> seen{};
+  RequiredKeys required(kRequired);
   for (auto field : object) {
     const std::string_view key = strings.view(field.key());
-    const auto required = std::find(kRequired.begin(), kRequired.end(), key);
-    if (required != kRequired.end()) seen[required - kRequired.begin()] = true;
+    required.note(key);
     if (key == "id") {
       clip->id = strings.copy(field.value());
     } else if (key == "text") {
@@ -64,33 +31,8 @@ ClipPtr decodeClip(ondemand::object object, std::size_t index, StringReader& str
       for (auto tag : tags.get_array()) clip->tags->push_back(strings.copy(tag.value()));
     }
   }
-  const auto missing = std::find(seen.begin(), seen.end(), false);
-  if (missing != seen.end()) {
-    throw Malformed{"clip " + std::to_string(index) + " has no \"" +
-                    std::string(kRequired[missing - seen.begin()]) + "\""};
-  }
+  required.check("clip", index);
   return clip;
-}
-
-/// Parses `file` as one JSON array and hands each element to `take`; says what is wrong, or "".
-template <typename Take>
-std::string decodeArray(const FileContents& file, Take take) {
-  try {
-    ondemand::parser parser;
-    ondemand::document document = parser.iterate(
-        simdjson::padded_string_view(file.view(), file.size + FileContents::kPadding));
-    StringReader strings(parser, file.size);
-    std::size_t index = 0;
-    for (auto element : document.get_array()) take(element.value(), index++, strings);
-    const bool atEnd = document.current_location().error() == simdjson::OUT_OF_BOUNDS;
-    return atEnd ? "" : "something follows the array";
-  } catch (const simdjson::simdjson_error& error) {
-    return error.what();
-  } catch (const Malformed& malformed) {
-    return malformed.fault;
-  } catch (const std::bad_alloc&) {
-    return "too large for the memory";
-  }
 }
 
 void encodeClip(const Clip& clip, JsonWriter& json) {

@@ -1,0 +1,36 @@
+#include "store/template_store.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "store/template_file.h"
+
+namespace brimlo {
+
+TemplateStore::TemplateStore(FileSystem& files, SystemLog& log, const std::string& dataFolder)
+    : file_(files, log, dataFolder + "/templates.json") {
+  const auto content = file_.read();
+  if (!content) return;
+  auto decoded = decodeTemplates(*content);
+  if (!decoded.value) {
+    file_.declareDamaged(decoded.fault);
+    return;
+  }
+  sortNewestFirst(*decoded.value);
+  templates_.set(std::move(*decoded.value));
+}
+
+void TemplateStore::setTemplates(std::vector<Template> templates) {
+  templates_.set(std::move(templates));
+}
+
+void TemplateStore::save() {
+  file_.save([this](ByteSink& sink) { encodeTemplates(templates_.value(), sink); });
+}
+
+void sortNewestFirst(std::vector<Template>& templates) {
+  std::stable_sort(templates.begin(), templates.end(),
+                   [](const Template& a, const Template& b) { return a.createdAt > b.createdAt; });
+}
+
+}  // namespace brimlo

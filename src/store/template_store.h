@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "base/published.h"
+#include "platform/file_system.h"
+#include "platform/system_log.h"
+#include "store/guarded_file.h"
+#include "store/template.h"
+
+namespace brimlo {
+
+/// This machine's copy of the templates, newest first. They are written on the phone; here they are
+/// only replaced as a whole. Main thread.
+class TemplateStore {
+ public:
+  /// Loads "templates.json" from `dataFolder`. A file that is missing, unreadable or not of its
+  /// form counts as empty.
+  TemplateStore(FileSystem& files, SystemLog& log, const std::string& dataFolder);
+
+  const Published<std::vector<Template>>& templates() const { return templates_; }
+  const std::string& fileURL() const { return file_.path(); }
+
+  /// Publishes `templates`, which the caller has sorted; writes nothing.
+  void setTemplates(std::vector<Template> templates);
+
+  /// Writes the templates to the file.
+  void save();
+
+ private:
+  GuardedFile file_;
+  Published<std::vector<Template>> templates_{{}};
+};
+
+/// Puts templates in their order: by `createdAt`, descending and stable.
+void sortNewestFirst(std::vector<Template>& templates);
+
+}  // namespace brimlo
