@@ -1,35 +1,49 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "app/debug_signals.h"
 #include "base/published.h"
 #include "base/weak_anchor.h"
 #include "capture/clipboard_monitor.h"
+#include "capture/paste_delivery.h"
+#include "platform/accessibility.h"
 #include "platform/application.h"
 #include "platform/clock.h"
 #include "platform/file_system.h"
+#include "platform/key_events.h"
 #include "platform/localized_strings.h"
 #include "platform/main_queue.h"
 #include "platform/pasteboard.h"
+#include "platform/signal_sources.h"
 #include "platform/system_log.h"
 #include "platform/timers.h"
 #include "platform/user_defaults.h"
+#include "platform/user_notifications.h"
+#include "platform/workspace.h"
 #include "store/clip_store.h"
+#include "store/template_store.h"
 
 namespace brimlo {
 
 /// What the model asks of the desktop. All of it outlives the model.
 struct Services {
+  Accessibility& accessibility;
   Application& application;
   const Clock& clock;
   FileSystem& files;
   std::string dataFolder;  ///< where the stores keep their files
+  KeyEventPoster& keys;
   const LocalizedStrings& strings;
   MainQueue& queue;
   Pasteboard& pasteboard;
+  SignalSources& signals;
   SystemLog& log;
   Timers& timers;
   UserDefaults& defaults;
+  UserNotifications& notifications;
+  Workspace& workspace;
 };
 
 /// The one central object: owns every long-lived component, holds the settings, publishes the
@@ -41,6 +55,7 @@ class AppModel {
   explicit AppModel(const Services& services);
 
   ClipStore& store() { return store_; }
+  TemplateStore& templateStore() { return templateStore_; }
   ClipboardMonitor& monitor() { return monitor_; }
 
   const Published<std::string>& syncStatus() const { return syncStatus_; }
@@ -63,19 +78,28 @@ class AppModel {
   /// Takes a newly copied text into the history, unless it is to be kept out.
   void handleCapturedText(const std::string& text);
 
+  /// Brings `text` into the remembered application, or into what is in front, and to the top of the
+  /// history with `source`.
+  void pasteText(const std::string& text, const std::string& source);
+
   /// Stops what runs, makes a last attempt at anything unsaved, and ends the process.
   void quit();
 
  private:
   Services services_;
   ClipStore store_;
+  TemplateStore templateStore_;
   ClipboardMonitor monitor_;
   Published<std::string> syncStatus_;
   Published<bool> isSyncing_;
+  // The application that the next paste goes to; none until one is remembered.
+  std::optional<RunningApplication> quickPasteTargetApp_;
   double launchMs_;
   Published<bool> autoApply_;
   Published<bool> quickPasteEnabled_;
   Published<bool> excludePasswords_;
+  PasteDelivery pasteDelivery_;
+  std::optional<DebugSignals> debugSignals_;
   WeakAnchor anchor_;
 };
 

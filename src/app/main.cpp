@@ -2,6 +2,7 @@
 #include <csignal>
 
 #include "app/app_model.h"
+#include "platform/linux/dbus_notifications.h"
 #include "platform/linux/folder_lock.h"
 #include "platform/linux/ini_user_defaults.h"
 #include "platform/linux/posix_file_system.h"
@@ -9,7 +10,9 @@
 #include "platform/linux/system_clock.h"
 #include "platform/linux/unix_signals.h"
 #include "platform/linux/x11_connection.h"
+#include "platform/linux/x11_key_events.h"
 #include "platform/linux/x11_pasteboard.h"
+#include "platform/linux/x11_workspace.h"
 #include "platform/linux/xdg_folders.h"
 #include "platform/qt/qt_run_loop.h"
 #include "platform/qt/qt_strings.h"
@@ -48,21 +51,30 @@ int main(int argc, char** argv) {
   QtRunLoop runLoop;
   const QtStrings strings;
   const SystemClock clock;
+  DbusNotifications notifications;
+  X11Workspace workspace(*x11.connection);
+  X11KeyEvents keys(*x11.connection, workspace, pasteboard, runLoop, notifications, strings);
+  UnixSignals signals;
 
-  AppModel model({.application = runLoop,
+  AppModel model({.accessibility = keys,
+                  .application = runLoop,
                   .clock = clock,
                   .files = files,
                   .dataFolder = dataFolder,
+                  .keys = keys,
                   .strings = strings,
                   .queue = runLoop,
                   .pasteboard = pasteboard,
+                  .signals = signals,
                   .log = log,
                   .timers = runLoop,
-                  .defaults = defaults});
+                  .defaults = defaults,
+                  .notifications = notifications,
+                  .workspace = workspace});
 
-  UnixSignals signals;
+  std::vector<std::unique_ptr<SignalSource>> quitting;
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-    signals.handle(signal, [&model] { model.quit(); });
+    quitting.push_back(signals.make(signal, [&model] { model.quit(); }));
   }
   bool serverLost = false;
   x11.connection->setLostHandler([&] {

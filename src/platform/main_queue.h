@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 
 namespace brimlo {
@@ -11,6 +12,9 @@ class MainQueue {
 
   /// Queues `block`; it never runs before the caller returns to the run loop. Any thread.
   virtual void async(std::function<void()> block) = 0;
+
+  /// Queues `block` once `delay` has passed. Main thread.
+  virtual void asyncAfter(std::chrono::milliseconds delay, std::function<void()> block) = 0;
 };
 
 }  // namespace brimlo

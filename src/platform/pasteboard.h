@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -33,6 +34,10 @@ class Pasteboard {
   /// count again. Contents that are not this process's own are replaced by new ones.
   /// `text`: valid UTF-8.
   virtual void setString(std::string text) = 0;
+
+  /// Calls `then` once, when another client has taken the current string whole, the next time one
+  /// does; or after half a second in which none began to.
+  virtual void whenTaken(std::function<void()> then) = 0;
 };
 
 }  // namespace brimlo

@@ -9,14 +9,19 @@
 #include <utility>
 #include <vector>
 
+#include "platform/accessibility.h"
 #include "platform/application.h"
 #include "platform/clock.h"
+#include "platform/key_events.h"
 #include "platform/localized_strings.h"
 #include "platform/main_queue.h"
 #include "platform/pasteboard.h"
+#include "platform/signal_sources.h"
 #include "platform/system_log.h"
 #include "platform/timers.h"
 #include "platform/user_defaults.h"
+#include "platform/user_notifications.h"
+#include "platform/workspace.h"
 
 namespace brimlo::test {
 
@@ -40,6 +45,10 @@ class FakeRunLoop : public Clock, public Timers, public MainQueue, public Applic
   double nowMs() const override { return now; }
 
   void async(std::function<void()> block) override { queue_.push_back(std::move(block)); }
+
+  void asyncAfter(std::chrono::milliseconds delay, std::function<void()> block) override {
+    delayed_.emplace_back(now + static_cast<double>(delay.count()), std::move(block));
+  }
 
   std::unique_ptr<RepeatingTimer> scheduleRepeating(std::chrono::milliseconds interval,
                                                     std::function<void()> tick) override {
@@ -70,6 +79,11 @@ class FakeRunLoop : public Clock, public Timers, public MainQueue, public Applic
         entry->since = due;
         entry->tick();
       }
+      const auto late = std::stable_partition(delayed_.begin(), delayed_.end(),
+                                              [&](const auto& b) { return b.first > now + 1; });
+      std::vector due(std::make_move_iterator(late), std::make_move_iterator(delayed_.end()));
+      delayed_.erase(late, delayed_.end());
+      for (auto& [time, block] : due) queue_.push_back(std::move(block));
       drain();
     }
   }
@@ -97,6 +111,7 @@ class FakeRunLoop : public Clock, public Timers, public MainQueue, public Applic
   };
   std::vector<std::weak_ptr<Entry>> timers_;
   std::deque<std::function<void()>> queue_;
+  std::vector<std::pair<double, std::function<void()>>> delayed_;
 };
 
 /// A pasteboard whose other clients are the test.
@@ -113,6 +128,12 @@ class FakePasteboard : public Pasteboard {
     text_ = std::move(text);
     cleared_ = false;
   }
+  void whenTaken(std::function<void()> then) override { onTaken_ = std::move(then); }
+
+  /// Another client takes the text.
+  void take() {
+    if (const auto then = std::exchange(onTaken_, nullptr)) then();
+  }
 
   /// Another client copies a text, or, with none, an image or a secret, or clears.
   void change(std::optional<std::string> text, bool cleared = false) {
@@ -127,6 +148,7 @@ class FakePasteboard : public Pasteboard {
   std::int64_t count_ = 7;
   std::optional<std::string> text_;
   bool cleared_ = false;
+  std::function<void()> onTaken_;
 };
 
 class FakeDefaults : public UserDefaults {
@@ -148,6 +170,47 @@ class FakeDefaults : public UserDefaults {
 class FakeStrings : public LocalizedStrings {
  public:
   std::string text(const char* key) const override { return key; }
+};
+
+/// A desktop with applications, keys and notifications, which writes down what is asked of it.
+class FakeDesktop : public Accessibility,
+                    public KeyEventPoster,
+                    public SignalSources,
+                    public UserNotifications,
+                    public Workspace {
+ public:
+  bool isProcessTrusted() const override { return trusted; }
+  void promptForTrust() override { asked.push_back("prompt"); }
+
+  std::optional<RunningApplication> frontmostApplication() override { return front; }
+  Activation activate(const RunningApplication& application) override {
+    asked.push_back("activate " + application.bundleIdentifier);
+    return gone ? Activation::kGone : Activation::kAsked;
+  }
+
+  void post(const KeyEvent& down, const KeyEvent& up, std::function<void(Result)> then) override {
+    events.push_back(down);
+    events.push_back(up);
+    asked.push_back("post");
+    then(postResult);
+  }
+
+  void deliver(const std::string& title, const std::string& body) override {
+    asked.push_back("notify " + title + ", " + body);
+  }
+
+  std::unique_ptr<SignalSource> make(int signal, std::function<void()> block) override {
+    signals[signal] = std::move(block);
+    return std::make_unique<SignalSource>();
+  }
+
+  bool trusted = true;
+  bool gone = false;
+  Result postResult = Result::kPosted;
+  std::optional<RunningApplication> front;
+  std::vector<std::string> asked;
+  std::vector<KeyEvent> events;
+  std::map<int, std::function<void()>> signals;
 };
 
 }  // namespace brimlo::test

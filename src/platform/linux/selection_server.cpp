@@ -26,7 +26,9 @@ std::size_t chunkFor(xcb_connection_t* xcb) {
 
 }  // namespace
 
-SelectionServer::SelectionServer(X11Connection& x11) : x11_(x11), chunk_(chunkFor(x11.xcb())) {
+SelectionServer::SelectionServer(X11Connection& x11, xcb_atom_t selection,
+                                 std::function<void()> onTaken)
+    : x11_(x11), selection_(selection), onTaken_(std::move(onTaken)), chunk_(chunkFor(x11.xcb())) {
   timer_.setInterval(std::chrono::seconds(1));
   QObject::connect(&timer_, &QTimer::timeout, [this] { tick(); });
 }
@@ -62,11 +64,10 @@ void SelectionServer::handle(const xcb_generic_event_t& event) {
 }
 
 void SelectionServer::onRequest(const xcb_selection_request_event_t& request) {
+  if (request.selection != selection_) return;
   const bool afterOwning = request.time == XCB_CURRENT_TIME ||
                            static_cast<std::int32_t>(request.time - ownedSince_) >= 0;
-  if (request.selection != x11_.atoms().clipboard || !text_ || !afterOwning) {
-    return notify(request, XCB_NONE);
-  }
+  if (!text_ || !afterOwning) return notify(request, XCB_NONE);
   if (request.target == x11_.atoms().multiple && request.property != XCB_NONE) {
     return convertMultiple(request);
   }
@@ -93,7 +94,9 @@ bool SelectionServer::convert(xcb_window_t requestor, xcb_atom_t target, xcb_ato
   auto encoded = encodeText(atoms, target, text_);
   if (!encoded) return false;
   if (encoded->bytes->size() <= chunk_) {
-    return put(encoded->type, 8, encoded->bytes->size(), encoded->bytes->data());
+    put(encoded->type, 8, encoded->bytes->size(), encoded->bytes->data());
+    onTaken_();
+    return true;
   }
   if (outgoing_.size() >= kMostOutgoing) return false;
   beginIncremental(requestor, property, encoded->type, std::move(encoded->bytes));
@@ -155,7 +158,9 @@ void SelectionServer::sendNext(std::list<Outgoing>::iterator outgoing) {
                       outgoing->bytes->data() + outgoing->sent);
   outgoing->sent += size;
   outgoing->deadline = Steady::now() + kPatience;
-  if (size == 0) drop(outgoing);  // the empty piece was the end mark
+  if (size > 0) return;
+  drop(outgoing);  // the empty piece was the end mark
+  onTaken_();
 }
 
 void SelectionServer::drop(std::list<Outgoing>::iterator outgoing) {

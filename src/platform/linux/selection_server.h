@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <list>
 #include <memory>
 #include <string>
@@ -13,15 +14,20 @@
 
 namespace brimlo {
 
-/// Gives a text to whoever asks the CLIPBOARD selection for it while this program owns it: at once
+/// Gives a text to whoever asks a selection for it while this program owns that selection: at once
 /// where it is small, piece by piece as the requestor takes it where it is not (ICCCM, section
 /// 2.7.2). A requestor that stops taking is given up. Main thread.
 class SelectionServer {
  public:
-  explicit SelectionServer(X11Connection& x11);
+  /// `onTaken`: called whenever a requestor has been given the text; when it was given piece by
+  /// piece, once the last piece was taken.
+  SelectionServer(X11Connection& x11, xcb_atom_t selection, std::function<void()> onTaken);
 
   /// From now on answers with `text`, owned since the server's `time`.
   void serve(std::shared_ptr<const std::string> text, xcb_timestamp_t time);
+
+  /// Whether a text is being given piece by piece.
+  bool busy() const { return !outgoing_.empty(); }
 
   /// From now on refuses. What is under way is finished.
   void stop() { text_.reset(); }
@@ -49,6 +55,8 @@ class SelectionServer {
   void tick();
 
   X11Connection& x11_;
+  const xcb_atom_t selection_;
+  const std::function<void()> onTaken_;
   const std::size_t chunk_;                  // the most that is put into a property at once, bytes
   std::shared_ptr<const std::string> text_;  // null: not the owner
   xcb_timestamp_t ownedSince_ = 0;

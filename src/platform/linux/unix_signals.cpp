@@ -35,27 +35,44 @@ UnixSignals::UnixSignals() {
 }
 
 UnixSignals::~UnixSignals() {
-  for (const Handler& handler : handlers_) std::signal(handler.signal, SIG_DFL);
   wakeDescriptor = -1;
 }
 
-void UnixSignals::handle(int signal, std::function<void()> block) {
+/// Gives the signal its default action back at its end.
+class UnixSignals::Source : public SignalSource {
+ public:
+  Source(UnixSignals& signals, int signal) : signals_(signals), signal_(signal) {}
+  ~Source() override {
+    std::signal(signal_, SIG_DFL);
+    signals_.blocks_.erase(signal_);
+  }
+
+ private:
+  UnixSignals& signals_;
+  int signal_;
+};
+
+std::unique_ptr<SignalSource> UnixSignals::make(int signal, std::function<void()> block) {
   struct sigaction current;
-  if (sigaction(signal, nullptr, &current) == 0 && current.sa_handler == SIG_IGN) return;
-  handlers_.push_back({signal, std::move(block)});
+  if (sigaction(signal, nullptr, &current) == 0 && current.sa_handler == SIG_IGN) {
+    return std::make_unique<SignalSource>();
+  }
+  blocks_[signal] = std::move(block);
   struct sigaction action {};
   action.sa_handler = onSignal;
   action.sa_flags = SA_RESTART;
   sigaction(signal, &action, nullptr);
+  return std::make_unique<Source>(*this, signal);
 }
 
 void UnixSignals::drain() {
   std::array<unsigned char, 64> numbers;
   const ssize_t count = read(reader_.get(), numbers.data(), numbers.size());
   for (ssize_t i = 0; i < count; ++i) {
-    for (std::size_t h = 0; h < handlers_.size(); ++h) {
-      if (handlers_[h].signal == numbers[static_cast<std::size_t>(i)]) handlers_[h].block();
-    }
+    const auto found = blocks_.find(numbers[static_cast<std::size_t>(i)]);
+    if (found == blocks_.end()) continue;
+    const auto block = found->second;  // which may end its own source
+    block();
   }
 }
 

@@ -2,34 +2,30 @@
 
 #include <QSocketNotifier>
 #include <functional>
+#include <map>
 #include <memory>
-#include <vector>
 
 #include "platform/linux/file_descriptor.h"
+#include "platform/signal_sources.h"
 
 namespace brimlo {
 
-/// Delivers Unix signals as blocks on the main run loop. One object a process, on the main thread.
-class UnixSignals {
+/// Unix signals through a pipe that the main run loop reads. One object a process; it outlives its
+/// sources.
+class UnixSignals : public SignalSources {
  public:
   UnixSignals();
-  /// Gives the handled signals their default action back.
-  ~UnixSignals();
+  ~UnixSignals() override;
 
-  /// Calls `block` for every delivery of `signal` from now on; several that arrive at once may be
-  /// one. A signal that the process was started to ignore, as `nohup` does, stays ignored.
-  void handle(int signal, std::function<void()> block);
+  std::unique_ptr<SignalSource> make(int signal, std::function<void()> block) override;
 
  private:
+  class Source;
   void drain();
 
-  struct Handler {
-    int signal;
-    std::function<void()> block;
-  };
   FileDescriptor reader_;
   FileDescriptor writer_;
-  std::vector<Handler> handlers_;
+  std::map<int, std::function<void()>> blocks_;
   std::unique_ptr<QSocketNotifier> readable_;
 };
 

@@ -25,6 +25,10 @@ X11Atoms X11Atoms::intern(xcb_connection_t* xcb) {
       {&X11Atoms::passwordHint, "x-kde-passwordManagerHint"},
       {&X11Atoms::transfer, "BRIMLO_TRANSFER"},
       {&X11Atoms::stamp, "BRIMLO_STAMP"},
+      {&X11Atoms::activeWindow, "_NET_ACTIVE_WINDOW"},
+      {&X11Atoms::supportingWmCheck, "_NET_SUPPORTING_WM_CHECK"},
+      {&X11Atoms::wmPid, "_NET_WM_PID"},
+      {&X11Atoms::wmState, "WM_STATE"},
   };
   std::array<xcb_intern_atom_cookie_t, std::size(kNames)> cookies;
   for (std::size_t i = 0; i < cookies.size(); ++i) {

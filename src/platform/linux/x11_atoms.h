@@ -22,6 +22,12 @@ struct X11Atoms {
   xcb_atom_t transfer;      ///< the property that other clients put contents in
   xcb_atom_t stamp;         ///< the property changed to learn the server's time
 
+  // Extended Window Manager Hints, and what belongs to them.
+  xcb_atom_t activeWindow;
+  xcb_atom_t supportingWmCheck;
+  xcb_atom_t wmPid;
+  xcb_atom_t wmState;
+
   /// Asks the server for all of them, in one exchange; waits for it.
   static X11Atoms intern(xcb_connection_t* xcb);
 };

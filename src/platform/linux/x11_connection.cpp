@@ -57,8 +57,8 @@ bool X11Connection::prepareExtensions() {
   return true;
 }
 
-void X11Connection::setEventHandler(std::function<void(const xcb_generic_event_t&)> onEvent) {
-  onEvent_ = std::move(onEvent);
+void X11Connection::addEventHandler(std::function<void(const xcb_generic_event_t&)> onEvent) {
+  onEvent_.push_back(std::move(onEvent));
 }
 
 void X11Connection::setLostHandler(std::function<void()> onLost) {
@@ -105,7 +105,8 @@ void X11Connection::dispatch(const xcb_generic_event_t& event) {
          static_cast<std::int32_t>(event.full_sequence - pending_.front().sequence) >= 0 &&
          deliverReply()) {
   }
-  if (event.response_type != 0 && onEvent_) onEvent_(event);
+  if (event.response_type == 0) return;
+  for (const auto& onEvent : onEvent_) onEvent(event);
 }
 
 bool X11Connection::deliverReply() {

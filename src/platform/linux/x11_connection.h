@@ -8,6 +8,8 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/linux/x11_atoms.h"
 
@@ -39,9 +41,10 @@ class X11Connection {
   /// The number of the first event of the XFIXES extension.
   std::uint8_t xfixesFirstEvent() const { return xfixesFirstEvent_; }
 
-  /// Receives every event. Errors of requests without a reply are dropped: they come of windows
-  /// of other clients that went away, which their owners learn by other events.
-  void setEventHandler(std::function<void(const xcb_generic_event_t&)> onEvent);
+  /// Adds one that receives every event, for the connection's life. Errors of requests without a
+  /// reply are dropped: they come of windows of other clients that went away, which their owners
+  /// learn by other events.
+  void addEventHandler(std::function<void(const xcb_generic_event_t&)> onEvent);
 
   /// Called once, from the run loop, when the server is gone.
   void setLostHandler(std::function<void()> onLost);
@@ -53,6 +56,19 @@ class X11Connection {
     pending_.push_back({sequence, [then = std::move(then)](const void* reply) {
                           then(static_cast<const Reply*>(reply));
                         }});
+  }
+
+  /// Waits for the reply to a request made just now, which the server alone gives; null when the
+  /// request failed. For what has to be known at once; events that come meanwhile are dealt with
+  /// later.
+  template <typename Reply, typename Cookie>
+  XcbPtr<Reply> waitFor(Reply* (*reply)(xcb_connection_t*, Cookie, xcb_generic_error_t**),
+                        Cookie cookie) {
+    xcb_generic_error_t* error = nullptr;
+    XcbPtr<Reply> result(reply(xcb(), cookie, &error));
+    const XcbPtr<xcb_generic_error_t> freed(error);
+    processSoon();
+    return result;
   }
 
   /// Sends what was requested. To be called after requests made outside the event handler.
@@ -79,7 +95,7 @@ class X11Connection {
   X11Atoms atoms_;
   std::uint8_t xfixesFirstEvent_ = 0;
   std::deque<PendingReply> pending_;
-  std::function<void(const xcb_generic_event_t&)> onEvent_;
+  std::vector<std::function<void(const xcb_generic_event_t&)>> onEvent_;
   std::function<void()> onLost_;
   std::unique_ptr<QSocketNotifier> readable_;
 };

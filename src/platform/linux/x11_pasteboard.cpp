@@ -2,17 +2,28 @@
 
 #include <xcb/xfixes.h>
 
+#include <chrono>
 #include <utility>
 
 namespace brimlo {
+namespace {
+
+// How long the application that was told to paste may take to ask for the text.
+constexpr auto kTakingPatience = std::chrono::milliseconds(500);
+
+}  // namespace
 
 X11Pasteboard::X11Pasteboard(X11Connection& x11, SystemLog& log)
     : x11_(x11),
       log_(log),
       reader_(x11, [this](SelectionContents contents) { onRead(std::move(contents)); }),
-      server_(x11),
+      server_(x11, x11.atoms().clipboard, [this] { taken(); }),
+      primary_(x11, XCB_ATOM_PRIMARY, [this] { taken(); }),
       window_(xcb_generate_id(x11.xcb())) {
-  x11_.setEventHandler([this](const xcb_generic_event_t& event) { handle(event); });
+  takingTimer_.setSingleShot(true);
+  takingTimer_.setInterval(kTakingPatience);
+  QObject::connect(&takingTimer_, &QTimer::timeout, [this] { checkTaking(); });
+  x11_.addEventHandler([this](const xcb_generic_event_t& event) { handle(event); });
   const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
   xcb_create_window(x11_.xcb(), XCB_COPY_FROM_PARENT, window_, x11_.root(), 0, 0, 1, 1, 0,
                     XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
@@ -60,12 +71,11 @@ void X11Pasteboard::handle(const xcb_generic_event_t& event) {
   }
   if (type == XCB_PROPERTY_NOTIFY) {
     const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-    if (change.window == window_ && change.atom == x11_.atoms().stamp && claim_) {
-      own(*std::exchange(claim_, std::nullopt), change.time);
-    }
+    if (change.window == window_ && change.atom == x11_.atoms().stamp) onTime(change.time);
   }
   reader_.handle(event);
   server_.handle(event);
+  primary_.handle(event);
 }
 
 void X11Pasteboard::onOwnerChange(const xcb_xfixes_selection_notify_event_t& change) {
@@ -121,13 +131,50 @@ void X11Pasteboard::becomeCurrent(Text text) {
 }
 
 void X11Pasteboard::claim(Text text) {
-  const bool asked = claim_.has_value();
   claim_ = std::move(text);
-  if (asked) return;
+  askTime();
+}
+
+void X11Pasteboard::offerAsPrimary(std::function<void()> then) {
+  primaryClaims_.push_back(std::move(then));
+  askTime();
+}
+
+void X11Pasteboard::askTime() {
+  if (std::exchange(timeAsked_, true)) return;
   // Appending nothing to a property brings an event with the server's time.
   xcb_change_property(x11_.xcb(), XCB_PROP_MODE_APPEND, window_, x11_.atoms().stamp,
                       XCB_ATOM_INTEGER, 32, 0, nullptr);
   x11_.flush();
+}
+
+void X11Pasteboard::onTime(xcb_timestamp_t time) {
+  timeAsked_ = false;
+  if (claim_) own(*std::exchange(claim_, std::nullopt), time);
+  for (const auto& then : std::exchange(primaryClaims_, {})) {
+    xcb_set_selection_owner(x11_.xcb(), window_, XCB_ATOM_PRIMARY, time);
+    primary_.serve(text_, time);
+    then();
+  }
+}
+
+void X11Pasteboard::whenTaken(std::function<void()> then) {
+  whenTaken_ = std::move(then);
+  takingTimer_.start();
+}
+
+void X11Pasteboard::taken() {
+  takingTimer_.stop();
+  if (const auto then = std::exchange(whenTaken_, nullptr)) then();
+}
+
+void X11Pasteboard::checkTaking() {
+  // A large text that has been asked for is waited for as long as the requestor goes on taking.
+  if (server_.busy() || primary_.busy()) {
+    takingTimer_.start();
+  } else {
+    taken();
+  }
 }
 
 void X11Pasteboard::own(Text text, xcb_timestamp_t time) {

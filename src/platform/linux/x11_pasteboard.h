@@ -3,10 +3,13 @@
 #include <xcb/xcb.h>
 #include <xcb/xfixes.h>
 
+#include <QTimer>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/linux/selection_reader.h"
 #include "platform/linux/selection_server.h"
@@ -30,6 +33,11 @@ class X11Pasteboard : public Pasteboard {
   std::optional<std::string> string() const override;
   void clearContents() override;
   void setString(std::string text) override;
+  void whenTaken(std::function<void()> then) override;
+
+  /// Takes the PRIMARY selection too, with the current text, for the applications that paste that;
+  /// then calls `then`. Requests made from within it are carried out after the taking.
+  void offerAsPrimary(std::function<void()> then);
 
  private:
   using Text = std::shared_ptr<const std::string>;  // null: there is none
@@ -39,12 +47,17 @@ class X11Pasteboard : public Pasteboard {
   void onRead(SelectionContents contents);
   void becomeCurrent(Text text);
   void claim(Text text);
+  void askTime();
+  void onTime(xcb_timestamp_t time);
+  void taken();
+  void checkTaking();
   void own(Text text, xcb_timestamp_t time);
 
   X11Connection& x11_;
   SystemLog& log_;
   SelectionReader reader_;
   SelectionServer server_;
+  SelectionServer primary_;
   xcb_window_t window_;  // the owner of what this program offers
 
   std::int64_t changeCount_ = 0;
@@ -58,8 +71,13 @@ class X11Pasteboard : public Pasteboard {
   // The selection is claimed as of the server's time, which has to be asked for; until that has
   // come the text to offer waits here. The inner null means to leave it without an owner.
   std::optional<Text> claim_;
+  std::vector<std::function<void()>> primaryClaims_;  // what to do once PRIMARY is taken, too
+  bool timeAsked_ = false;
   Text offered_;                               // what the selection was last claimed for
   std::optional<xcb_timestamp_t> disownedAt_;  // when it was last left without an owner, by us
+
+  std::function<void()> whenTaken_;
+  QTimer takingTimer_;  // runs while whenTaken_ waits
 };
 
 }  // namespace brimlo

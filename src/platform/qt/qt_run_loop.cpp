@@ -34,6 +34,10 @@ void QtRunLoop::async(std::function<void()> block) {
   QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(block), Qt::QueuedConnection);
 }
 
+void QtRunLoop::asyncAfter(std::chrono::milliseconds delay, std::function<void()> block) {
+  QTimer::singleShot(delay, Qt::PreciseTimer, QCoreApplication::instance(), std::move(block));
+}
+
 std::unique_ptr<RepeatingTimer> QtRunLoop::scheduleRepeating(std::chrono::milliseconds interval,
                                                              std::function<void()> tick) {
   return std::make_unique<QtTimer>(interval, std::move(tick));

@@ -11,6 +11,7 @@ class QtRunLoop : public Application, public MainQueue, public Timers {
  public:
   void terminate() override;
   void async(std::function<void()> block) override;
+  void asyncAfter(std::chrono::milliseconds delay, std::function<void()> block) override;
   std::unique_ptr<RepeatingTimer> scheduleRepeating(std::chrono::milliseconds interval,
                                                     std::function<void()> tick) override;
 };

@@ -1,0 +1,24 @@
+#include "app/debug_signals.h"
+
+#include <csignal>
+#include <utility>
+
+namespace brimlo {
+
+DebugSignals::DebugSignals(SignalSources& signals, const Accessibility& accessibility,
+                           SystemLog& log, const ClipStore& store, PasteText pasteText)
+    : accessibility_(accessibility),
+      log_(log),
+      store_(store),
+      pasteText_(std::move(pasteText)),
+      debugPasteSignalSource_(signals.make(SIGUSR2, [this] { debugExercisePaste(); })) {}
+
+void DebugSignals::debugExercisePaste() {
+  if (store_.clips().value().empty()) return;
+  const ClipPtr clip = store_.clips().value()[0];
+  log_.write(std::string("SIGUSR2 -> exercise paste path, AXIsProcessTrusted=") +
+             (accessibility_.isProcessTrusted() ? "true" : "false"));
+  pasteText_(clip->text, clip->source);
+}
+
+}  // namespace brimlo

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/accessibility.h"
+#include "platform/signal_sources.h"
+#include "platform/system_log.h"
+#include "store/clip_store.h"
+
+namespace brimlo {
+
+/// Lets a shell drive the running program: SIGUSR2 pastes the newest clip. Main thread.
+class DebugSignals {
+ public:
+  using PasteText = std::function<void(const std::string& text, const std::string& source)>;
+
+  /// Installs the signal sources, for its own life. The services outlive it.
+  DebugSignals(SignalSources& signals, const Accessibility& accessibility, SystemLog& log,
+               const ClipStore& store, PasteText pasteText);
+
+ private:
+  void debugExercisePaste();
+
+  const Accessibility& accessibility_;
+  SystemLog& log_;
+  const ClipStore& store_;
+  PasteText pasteText_;
+  std::unique_ptr<SignalSource> debugPasteSignalSource_;
+};
+
+}  // namespace brimlo

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+namespace brimlo {
+
+/// A synthetic key event. The codes and flags are the logic's own; the desktop's are found where
+/// they are posted.
+struct KeyEvent {
+  static constexpr std::uint16_t kVirtualKeyV = 9;
+  static constexpr std::uint64_t kCommandFlag = 0x100000;
+
+  std::uint16_t virtualKey;
+  bool down;
+  std::uint64_t flags;
+
+  bool operator==(const KeyEvent&) const = default;
+};
+
+/// Types into whatever application is in front. Main thread.
+class KeyEventPoster {
+ public:
+  virtual ~KeyEventPoster() = default;
+
+  enum class Result {
+    kPosted,
+    kFailed,  ///< the events could not be made; nothing was posted
+  };
+  /// Posts the press and the release of a key, as if nothing else were held down: keys that the
+  /// person holds are released first and not pressed again. Never posts to a window of this
+  /// program: while one has the keyboard, waits for that to end, half a second at most. Calls
+  /// `then` when it is done, from within or later.
+  virtual void post(const KeyEvent& down, const KeyEvent& up, std::function<void(Result)> then) = 0;
+};
+
+}  // namespace brimlo

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <optional>
+
+#include "platform/linux/x11_connection.h"
+#include "platform/workspace.h"
+
+namespace brimlo {
+
+/// The applications of an X session: the active window and its class, as the window manager has
+/// them (ICCCM and EWMH); where there is none, the window that has the focus.
+class X11Workspace : public Workspace {
+ public:
+  explicit X11Workspace(X11Connection& x11);
+
+  std::optional<RunningApplication> frontmostApplication() override;
+  Activation activate(const RunningApplication& application) override;
+
+  /// Whether the keyboard goes to a window of this process.
+  bool ownWindowInFront();
+
+ private:
+  xcb_window_t frontWindow();
+  xcb_window_t focusedTopLevel();
+  bool hasWindowManager();
+  bool isOwn(xcb_window_t window);
+  std::optional<std::uint32_t> number(xcb_window_t window, xcb_atom_t property, xcb_atom_t type);
+  void onTime(xcb_timestamp_t time);
+
+  X11Connection& x11_;
+  xcb_window_t window_;                 // has the property that the time is asked with
+  xcb_window_t activating_ = XCB_NONE;  // waits for that time
+};
+
+}  // namespace brimlo
