@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include "support/fake_file_system.h"
 #include "support/fakes.h"
 
@@ -13,16 +15,21 @@ using namespace std::chrono_literals;
 class AppModelTest : public testing::Test {
  protected:
   std::unique_ptr<AppModel> make() {
-    return std::make_unique<AppModel>(Services{.application = loop,
+    return std::make_unique<AppModel>(Services{.accessibility = desktop,
+                                               .application = loop,
                                                .clock = loop,
                                                .files = files,
                                                .dataFolder = "/data",
+                                               .keys = desktop,
                                                .strings = strings,
                                                .queue = loop,
                                                .pasteboard = pasteboard,
+                                               .signals = desktop,
                                                .log = log,
                                                .timers = loop,
-                                               .defaults = defaults});
+                                               .defaults = defaults,
+                                               .notifications = desktop,
+                                               .workspace = desktop});
   }
 
   void copy(const std::string& text) {
@@ -35,6 +42,7 @@ class AppModelTest : public testing::Test {
   test::FakePasteboard pasteboard;
   test::FakeLog log;
   test::FakeDefaults defaults;
+  test::FakeDesktop desktop;
   test::FakeStrings strings;
 };
 
@@ -97,6 +105,20 @@ TEST_F(AppModelTest, PasswordLikeTextIsKeptOutAndLoggedByItsLengthAlone) {
   EXPECT_EQ(log.lines, (std::vector<std::string>{"skipped password-like text (11 chars)",
                                                  "captured local clip (10 chars)"}));
   EXPECT_EQ(model->store().clips().value().size(), 1u);
+}
+
+TEST_F(AppModelTest, Sigusr2PastesTheNewestClipUnderItsOwnSource) {
+  const auto model = make();
+  desktop.signals.at(SIGUSR2)();
+  EXPECT_TRUE(log.lines.empty());
+  model->store().add("from the phone", "action", loop.now);
+  desktop.signals.at(SIGUSR2)();
+  loop.advance(600ms);
+  EXPECT_EQ(log.lines,
+            (std::vector<std::string>{"SIGUSR2 -> exercise paste path, AXIsProcessTrusted=true",
+                                      "paste (14 chars, src=action)",
+                                      "AX trusted -> auto-paste to ?", "posted Cmd-V"}));
+  EXPECT_EQ(pasteboard.string(), "from the phone");
 }
 
 TEST_F(AppModelTest, QuittingStopsTheWatchSavesWhatIsLeftAndEndsTheProcess) {

@@ -19,7 +19,8 @@ class Desk:
         self.stack = stack
         self.brimlo_path = brimlo
         self.screenshots = screenshots
-        self.home = pathlib.Path(self.stack.enter_context(tempfile.TemporaryDirectory()))
+        self.home = pathlib.Path(self.stack.enter_context(tempfile.TemporaryDirectory(
+            ignore_cleanup_errors=True)))
         self.data = self.home / "data/BrimloMac"
         self.faults = 0
         self.log = self.home / "log"

@@ -169,7 +169,7 @@ def log_tells(desk):
     log = desk.log.read_text().splitlines()
     at = next(i for i, line in enumerate(log) if "SIGUSR2" in line)
     expected = ["[BrimloMac] SIGUSR2 -> exercise paste path, AXIsProcessTrusted=true",
-                "[BrimloMac] paste (12 chars, src=manual)",
+                "[BrimloMac] paste (14 chars, src=manual)",
                 "[BrimloMac] AX trusted -> auto-paste to ?",
                 "[BrimloMac] posted Cmd-V"]
     desk.check("the log has the lines of a paste, in order", log[at:at + 4] == expected)

@@ -16,6 +16,7 @@
 
 #include "platform/linux/folder_lock.h"
 #include "platform/linux/ini_user_defaults.h"
+#include "platform/linux/paste_chord.h"
 #include "platform/linux/posix_file_system.h"
 #include "platform/linux/unix_signals.h"
 #include "platform/qt/qt_strings.h"
@@ -205,18 +206,35 @@ TEST(QtStrings, FindsATextAndShowsTheKeyOfAMissingOne) {
 TEST(UnixSignals, RunTheirBlocksOnTheRunLoopAndLeaveIgnoredOnesAlone) {
   std::signal(SIGHUP, SIG_IGN);
   std::vector<int> seen;
+  UnixSignals signals;
   {
-    UnixSignals signals;
-    for (const int signal : {SIGHUP, SIGUSR2}) {
-      signals.handle(signal, [&seen, signal] { seen.push_back(signal); });
+    std::vector<std::unique_ptr<SignalSource>> sources;
+    for (const int signal : {SIGHUP, SIGUSR1, SIGUSR2}) {
+      sources.push_back(signals.make(signal, [&, signal] {
+        seen.push_back(signal);
+        if (signal == SIGUSR1) sources[1].reset();
+      }));
+      raise(signal);
     }
-    raise(SIGHUP);
-    raise(SIGUSR2);
     EXPECT_TRUE(seen.empty());
     QCoreApplication::processEvents();
   }
-  EXPECT_EQ(seen, std::vector{SIGUSR2});
+  EXPECT_EQ(seen, (std::vector{SIGUSR1, SIGUSR2}));
+  struct sigaction now;
+  sigaction(SIGUSR2, nullptr, &now);
+  EXPECT_EQ(now.sa_handler, SIG_DFL);
   std::signal(SIGHUP, SIG_DFL);
+}
+
+TEST(PasteChord, TerminalsHaveTheirOwn) {
+  const std::pair<const char*, PasteChord> cases[] = {
+      {"XTerm", PasteChord::kShiftInsert},
+      {"Xfce4-terminal", PasteChord::kControlShiftV},
+      {"st-256color", PasteChord::kControlShiftV},
+      {"Mousepad", PasteChord::kControlV},
+      {"", PasteChord::kControlV},
+  };
+  for (const auto& [name, chord] : cases) EXPECT_EQ(pasteChordFor(name), chord) << name;
 }
 
 }  // namespace

@@ -27,6 +27,8 @@ X11Atoms X11Atoms::intern(xcb_connection_t* xcb) {
       {&X11Atoms::stamp, "BRIMLO_STAMP"},
       {&X11Atoms::activeWindow, "_NET_ACTIVE_WINDOW"},
       {&X11Atoms::supportingWmCheck, "_NET_SUPPORTING_WM_CHECK"},
+      {&X11Atoms::currentDesktop, "_NET_CURRENT_DESKTOP"},
+      {&X11Atoms::wmDesktop, "_NET_WM_DESKTOP"},
       {&X11Atoms::wmPid, "_NET_WM_PID"},
       {&X11Atoms::wmState, "WM_STATE"},
   };

@@ -24,7 +24,9 @@ struct X11Atoms {
 
   // Extended Window Manager Hints, and what belongs to them.
   xcb_atom_t activeWindow;
+  xcb_atom_t currentDesktop;
   xcb_atom_t supportingWmCheck;
+  xcb_atom_t wmDesktop;
   xcb_atom_t wmPid;
   xcb_atom_t wmState;
 

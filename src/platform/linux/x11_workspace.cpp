@@ -52,7 +52,8 @@ Workspace::Activation X11Workspace::activate(const RunningApplication& applicati
 }
 
 bool X11Workspace::ownWindowInFront() {
-  const xcb_window_t window = frontWindow();
+  // A panel may have the keyboard without the manager calling it active.
+  const xcb_window_t window = focusedTopLevel();
   return window != XCB_NONE && isOwn(window);
 }
 
@@ -66,26 +67,36 @@ void X11Workspace::onTime(xcb_timestamp_t time) {
     xcb_set_input_focus(x11_.xcb(), XCB_INPUT_FOCUS_PARENT, window, time);
     return;
   }
+  // Not every manager goes to another desktop for a window that asks to be active.
+  constexpr std::uint32_t kAllDesktops = 0xFFFFFFFF;
+  const auto desktop = number(window, x11_.atoms().wmDesktop, XCB_ATOM_CARDINAL);
+  const auto current = number(x11_.root(), x11_.atoms().currentDesktop, XCB_ATOM_CARDINAL);
+  if (desktop && *desktop != kAllDesktops && desktop != current) {
+    askManager(x11_.root(), x11_.atoms().currentDesktop, {*desktop, time});
+  }
   // As a pager asks: the person has chosen that window, so the manager lets it have the focus.
   constexpr std::uint32_t kFromPager = 2;
+  askManager(window, x11_.atoms().activeWindow, {kFromPager, time});
+}
+
+void X11Workspace::askManager(xcb_window_t window, xcb_atom_t what,
+                              std::array<std::uint32_t, 2> data) {
   xcb_client_message_event_t message{};
   message.response_type = XCB_CLIENT_MESSAGE;
   message.format = 32;
   message.window = window;
-  message.type = x11_.atoms().activeWindow;
-  message.data.data32[0] = kFromPager;
-  message.data.data32[1] = time;
+  message.type = what;
+  std::copy(data.begin(), data.end(), message.data.data32);
   xcb_send_event(x11_.xcb(), 0, x11_.root(),
                  XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                  reinterpret_cast<const char*>(&message));
 }
 
 xcb_window_t X11Workspace::frontWindow() {
-  if (hasWindowManager()) {
-    const auto active = number(x11_.root(), x11_.atoms().activeWindow, XCB_ATOM_WINDOW);
-    if (active && *active != XCB_NONE) return *active;
-  }
-  return focusedTopLevel();
+  if (!hasWindowManager()) return focusedTopLevel();
+  // While no application is active, the focus is with some helper window of the manager's own.
+  return number(x11_.root(), x11_.atoms().activeWindow, XCB_ATOM_WINDOW)
+      .value_or(static_cast<std::uint32_t>(XCB_NONE));
 }
 
 xcb_window_t X11Workspace::focusedTopLevel() {

@@ -2,6 +2,8 @@
 
 #include <xcb/xcb.h>
 
+#include <array>
+#include <cstdint>
 #include <optional>
 
 #include "platform/linux/x11_connection.h"
@@ -28,6 +30,7 @@ class X11Workspace : public Workspace {
   bool isOwn(xcb_window_t window);
   std::optional<std::uint32_t> number(xcb_window_t window, xcb_atom_t property, xcb_atom_t type);
   void onTime(xcb_timestamp_t time);
+  void askManager(xcb_window_t window, xcb_atom_t what, std::array<std::uint32_t, 2> data);
 
   X11Connection& x11_;
   xcb_window_t window_;                 // has the property that the time is asked with
