@@ -51,7 +51,8 @@ class Browser(Field):
     def __init__(self, desk):
         page = desk.home / "page.html"
         page.write_text("<meta charset=utf-8><title>field</title><textarea autofocus "
-                        "oninput='document.title=\"field \"+JSON.stringify(value)'></textarea>")
+                        "oninput='document.title=\"field \"+JSON.stringify([value, Date.now()])'>"
+                        "</textarea>")
         self.desk = desk
         self.process = desk.spawn(
             "chromium", "--no-sandbox", "--disable-gpu", "--no-first-run",
@@ -61,13 +62,16 @@ class Browser(Field):
         self.window = desk.window("field")
         time.sleep(1)
 
-    def text(self):
+    def shown(self):
         title = self.desk.run("xdotool", "getwindowname", self.window).stdout.decode()
         shown = title.rsplit(" - ", 1)[0].strip().partition(" ")[2]
-        return json.loads(shown) if shown else ""
+        return json.loads(shown) if shown else ["", 0]
+
+    def text(self):
+        return self.shown()[0]
 
     def time(self):
-        return time.monotonic()
+        return self.shown()[1] / 1000 - time.time() + time.monotonic()
 
 
 def paste(desk):
