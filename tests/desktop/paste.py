@@ -12,7 +12,8 @@ import signal
 import sys
 import time
 
-from desk import Desk
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tour"))
+from desk import Desk  # noqa: E402
 
 FIELD = str(pathlib.Path(__file__).with_name("field.py"))
 

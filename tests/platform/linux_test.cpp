@@ -16,7 +16,6 @@
 
 #include "platform/linux/folder_lock.h"
 #include "platform/linux/ini_user_defaults.h"
-#include "platform/linux/paste_chord.h"
 #include "platform/linux/posix_file_system.h"
 #include "platform/linux/unix_signals.h"
 #include "platform/qt/qt_strings.h"
@@ -226,22 +225,5 @@ TEST(UnixSignals, RunTheirBlocksOnTheRunLoopAndLeaveIgnoredOnesAlone) {
   std::signal(SIGHUP, SIG_DFL);
 }
 
-TEST(PasteChord, TerminalsHaveTheirOwn) {
-  const std::pair<const char*, PasteChord> cases[] = {
-      {"XTerm", PasteChord::kShiftInsert},
-      {"Xfce4-terminal", PasteChord::kControlShiftV},
-      {"st-256color", PasteChord::kControlShiftV},
-      {"Mousepad", PasteChord::kControlV},
-      {"", PasteChord::kControlV},
-  };
-  for (const auto& [name, chord] : cases) EXPECT_EQ(pasteChordFor(name), chord) << name;
-}
-
 }  // namespace
 }  // namespace brimlo
-
-int main(int argc, char** argv) {
-  QCoreApplication application(argc, argv);
-  testing::InitGoogleTest(&argc, argv);
-  return RUN_ALL_TESTS();
-}

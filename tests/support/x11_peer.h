@@ -3,11 +3,9 @@
 #include <xcb/xcb.h>
 
 #include <chrono>
-#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -38,13 +36,6 @@ class X11Peer {
   /// Goes away without a word, as a process that ends does.
   void die();
 
-  /// What the selection's owner gives for `target`, incremental or not; none when it refuses, or
-  /// says nothing for ten seconds. Runs `meanwhile` while it waits.
-  std::optional<std::string> paste(const std::string& target,
-                                   const std::function<void()>& meanwhile);
-  /// Asks for the text and leaves after the first piece of an incremental answer.
-  void pasteAndLeave(const std::function<void()>& meanwhile);
-
  private:
   struct Outgoing {
     xcb_window_t requestor;
@@ -57,8 +48,6 @@ class X11Peer {
   void answer(const xcb_selection_request_event_t& request);
   void sendChunk(const xcb_property_notify_event_t& taken);
   xcb_atom_t atom(const std::string& name);
-  xcb_generic_event_t* await(xcb_connection_t* xcb, std::uint8_t type,
-                             const std::function<void()>& meanwhile);
 
   xcb_connection_t* xcb_;
   xcb_window_t window_;
