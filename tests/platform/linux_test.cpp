@@ -64,6 +64,16 @@ TEST_F(LinuxTest, FoldersAndFilesAreTheirOwnersAlone) {
   EXPECT_TRUE(files.createPrivateFolder(folder / "file"));
   EXPECT_TRUE(files.createPrivateFolder(folder / "file/BrimloMac"));
 
+  if (geteuid() == 0) {  // a trap laid in a folder that all can write to
+    fs::create_directory(folder / "trap");
+    std::ofstream(folder / "trap/clips.json") << "[]";
+    ASSERT_EQ(chown((folder / "trap").c_str(), 12345, 12345), 0);
+    EXPECT_EQ(files.createPrivateFolder(folder / "trap"), std::errc::permission_denied);
+    EXPECT_TRUE(files.read(folder / "trap/clips.json").error);
+    EXPECT_TRUE(files.replace(folder / "trap/clips.json", [](ByteSink&) {}));
+    EXPECT_EQ(FolderLock(folder / "trap").state(), FolderLock::State::kUnavailable);
+  }
+
   std::ofstream(path()) << "old";
   fs::permissions(path(), fs::perms(0644));
   EXPECT_FALSE(write("new"));

@@ -2,6 +2,8 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 
@@ -9,7 +11,11 @@ namespace brimlo {
 
 FolderLock::FolderLock(const std::string& folder)
     : folder_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-  if (flock(folder_.get(), LOCK_EX | LOCK_NB) == 0) {
+  struct stat status;
+  // In a folder of somebody else's, that one could hold the lock for ever.
+  if (fstat(folder_.get(), &status) != 0 || status.st_uid != geteuid()) {
+    state_ = State::kUnavailable;
+  } else if (flock(folder_.get(), LOCK_EX | LOCK_NB) == 0) {
     state_ = State::kHeld;
   } else {
     state_ = errno == EWOULDBLOCK ? State::kHeldByAnother : State::kUnavailable;

@@ -13,7 +13,7 @@ class FolderLock {
   enum class State {
     kHeld,
     kHeldByAnother,
-    kUnavailable,  ///< no such folder, or its file system knows no locks
+    kUnavailable,  ///< no such folder of the user's, or its file system knows no locks
   };
 
   explicit FolderLock(const std::string& folder);

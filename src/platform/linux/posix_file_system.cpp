@@ -20,6 +20,8 @@
 namespace brimlo {
 namespace {
 
+const std::error_code kDenied = std::make_error_code(std::errc::permission_denied);
+
 std::error_code lastError() {
   return {errno, std::generic_category()};
 }
@@ -177,12 +179,20 @@ std::error_code PosixFileSystem::createPrivateFolder(const std::string& path) {
   if (!folder) return error && error != std::errc::file_exists ? error : lastError();
   struct stat status;
   if (fstat(folder.get(), &status) != 0) return lastError();
-  if (status.st_uid != geteuid()) return std::make_error_code(std::errc::permission_denied);
+  if (status.st_uid != geteuid()) {
+    refusedFolder_ = path;
+    return kDenied;
+  }
   if ((status.st_mode & 077) != 0 && fchmod(folder.get(), 0700) != 0) return lastError();
   return {};
 }
 
+bool PosixFileSystem::refused(const std::string& path) const {
+  return !refusedFolder_.empty() && parentOf(path) == refusedFolder_;
+}
+
 FileSystem::ReadResult PosixFileSystem::read(const std::string& path) const {
+  if (refused(path)) return {std::nullopt, kDenied};
   // Non-blocking: opening a named pipe would wait for somebody to write to it.
   const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   struct stat status;
@@ -215,6 +225,7 @@ FileSystem::ReadResult PosixFileSystem::read(const std::string& path) const {
 
 std::error_code PosixFileSystem::replace(const std::string& path,
                                          const std::function<void(ByteSink&)>& produce) {
+  if (refused(path)) return kDenied;
   const std::string temporary = path + ".tmp";
   unlink(temporary.c_str());
   const FileDescriptor file(
@@ -241,6 +252,7 @@ std::error_code PosixFileSystem::replace(const std::string& path,
 }
 
 FileSystem::AsideResult PosixFileSystem::setAside(const std::string& path) {
+  if (refused(path)) return {{}, kDenied};
   constexpr int kAttempts = 100;
   for (int attempt = 1; attempt <= kAttempts; ++attempt) {
     std::string name = damagedName(path, attempt);

@@ -23,6 +23,9 @@ class PosixFileSystem : public FileSystem {
   AsideResult setAside(const std::string& path) override;
 
  private:
+  bool refused(const std::string& path) const;
+
+  std::string refusedFolder_;                   // of somebody else's; nothing in it is touched
   std::map<std::string, struct stat> written_;  // the files as this object left them, by path
   std::future<void> freeing_;  // the release of a large replaced file, on a thread of its own
 };

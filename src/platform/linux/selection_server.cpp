@@ -73,34 +73,37 @@ void SelectionServer::onRequest(const xcb_selection_request_event_t& request) {
   }
   // Clients of before the convention name no property and mean one called like the target.
   const xcb_atom_t property = request.property != XCB_NONE ? request.property : request.target;
-  const bool converted = convert(request.requestor, request.target, property);
-  notify(request, converted ? property : static_cast<xcb_atom_t>(XCB_NONE));
+  const Answer answer = convert(request.requestor, request.target, property);
+  notify(request, answer == Answer::kRefused ? static_cast<xcb_atom_t>(XCB_NONE) : property);
+  if (answer == Answer::kText) onTaken_();
 }
 
-bool SelectionServer::convert(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property) {
+SelectionServer::Answer SelectionServer::convert(xcb_window_t requestor, xcb_atom_t target,
+                                                 xcb_atom_t property) {
   const X11Atoms& atoms = x11_.atoms();
   const auto put = [&](xcb_atom_t type, std::uint8_t format, std::size_t count, const void* data) {
     xcb_change_property(x11_.xcb(), XCB_PROP_MODE_REPLACE, requestor, property, type, format,
                         static_cast<std::uint32_t>(count), data);
-    return true;
   };
   if (target == atoms.targets) {
     std::vector<xcb_atom_t> targets = offeredTextTargets(atoms);
     targets.insert(targets.begin(), {atoms.targets, atoms.timestamp, atoms.multiple});
-    return put(XCB_ATOM_ATOM, 32, targets.size(), targets.data());
+    put(XCB_ATOM_ATOM, 32, targets.size(), targets.data());
+    return Answer::kFacts;
   }
-  if (target == atoms.timestamp) return put(XCB_ATOM_INTEGER, 32, 1, &ownedSince_);
-
+  if (target == atoms.timestamp) {
+    put(XCB_ATOM_INTEGER, 32, 1, &ownedSince_);
+    return Answer::kFacts;
+  }
   auto encoded = encodeText(atoms, target, text_);
-  if (!encoded) return false;
+  if (!encoded) return Answer::kRefused;
   if (encoded->bytes->size() <= chunk_) {
     put(encoded->type, 8, encoded->bytes->size(), encoded->bytes->data());
-    onTaken_();
-    return true;
+    return Answer::kText;
   }
-  if (outgoing_.size() >= kMostOutgoing) return false;
+  if (outgoing_.size() >= kMostOutgoing) return Answer::kRefused;
   beginIncremental(requestor, property, encoded->type, std::move(encoded->bytes));
-  return true;
+  return Answer::kTextToCome;
 }
 
 void SelectionServer::convertMultiple(const xcb_selection_request_event_t& request) {
@@ -112,13 +115,17 @@ void SelectionServer::convertMultiple(const xcb_selection_request_event_t& reque
         const std::size_t size = static_cast<std::size_t>(xcb_get_property_value_length(reply));
         std::vector<xcb_atom_t> pairs(size / sizeof(xcb_atom_t));
         std::memcpy(pairs.data(), xcb_get_property_value(reply), pairs.size() * sizeof(xcb_atom_t));
+        bool textGiven = false;
         for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
-          if (!convert(request.requestor, pairs[i], pairs[i + 1])) pairs[i + 1] = XCB_NONE;
+          const Answer answer = convert(request.requestor, pairs[i], pairs[i + 1]);
+          if (answer == Answer::kRefused) pairs[i + 1] = XCB_NONE;
+          if (answer == Answer::kText) textGiven = true;
         }
         xcb_change_property(x11_.xcb(), XCB_PROP_MODE_REPLACE, request.requestor, request.property,
                             x11_.atoms().atomPair, 32, static_cast<std::uint32_t>(pairs.size()),
                             pairs.data());
         notify(request, request.property);
+        if (textGiven) onTaken_();
       });
 }
 

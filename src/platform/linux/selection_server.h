@@ -45,7 +45,8 @@ class SelectionServer {
   };
 
   void onRequest(const xcb_selection_request_event_t& request);
-  bool convert(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property);
+  enum class Answer { kRefused, kFacts, kText, kTextToCome };
+  Answer convert(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property);
   void convertMultiple(const xcb_selection_request_event_t& request);
   void notify(const xcb_selection_request_event_t& request, xcb_atom_t property);
   void beginIncremental(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t type,
