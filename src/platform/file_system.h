@@ -16,7 +16,7 @@ struct FileContents {
   static constexpr std::size_t kPadding = 64;
 
   struct Free {
-    void operator()(char* bytes) const { std::free(bytes); }
+    void operator()(char* memory) const { std::free(memory); }
   };
   std::unique_ptr<char[], Free> bytes;  ///< from `std::malloc` or one of its kin
   std::size_t size = 0;

@@ -8,10 +8,7 @@
 #include <memory>
 #include <utility>
 
-// The header of the XKB protocol names a field with a word of the language.
-#define explicit explicit_
-#include <xcb/xkb.h>
-#undef explicit
+#include "platform/linux/xcb_xkb.h"
 
 namespace brimlo {
 namespace {
