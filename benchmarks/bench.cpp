@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -15,6 +16,7 @@
 #include <sstream>
 #include <thread>
 
+#include "base/text_search.h"
 #include "base/uuid.h"
 #include "platform/linux/posix_file_system.h"
 #include "store/clip_store.h"
@@ -159,6 +161,21 @@ void benchLoad(FileSystem& files, SystemLog& log, const std::string& folder) {
          {[&] { parsed = bareParse(folder + "/clips.json"); }, [&] { parsed = {}; }});
 }
 
+void benchFilter(const ClipStore& store) {
+  const ClipList clips = store.clips().value();
+  std::size_t ours = 0, limit = 0;
+  const CaseInsensitiveSearch search("clb", "en_US");
+  report("one filter keystroke, 3 letters", 40, 2, {[&] {
+           for (const ClipPtr& clip : clips) ours += search.foundIn(clip->text);
+         }},
+         {[&] {
+           for (const ClipPtr& clip : clips) {
+             limit += memmem(clip->text.data(), clip->text.size(), "clb", 3) != nullptr;
+           }
+         }});
+  if (ours != limit) std::abort();
+}
+
 void benchHistory(const std::string& folder) {
   StderrLog log;
   PosixFileSystem files;
@@ -169,6 +186,7 @@ void benchHistory(const std::string& folder) {
   std::printf("%-34s %13s %13s %7s\n", "", "ours", "limit", "ratio");
   benchAdd("add a new text", store, folder + "/plain", Folder::kLeft);
   benchLoad(files, log, folder);
+  benchFilter(store);
   store.replaceAll(makeHistory(100));
   benchAdd("add a new text to 100 clips", store, folder + "/plain", Folder::kSynced);
 }

@@ -113,6 +113,17 @@ TEST(CaseInsensitiveSearch, FollowsCaseCanonicalEquivalenceAndLocale) {
   }
 }
 
+TEST(CaseInsensitiveSearch, FindsAcrossTheSeamsOfLongTexts) {
+  for (const std::size_t length : {1u, 3u, 300u, 5000u}) {
+    const std::string query(length - 1, 'q');
+    for (std::size_t at = 4096 - std::min<std::size_t>(length, 40); at < 4100; ++at) {
+      const std::string text = std::string(at, 'Q') + "X" + std::string(length - 1, 'Q') + "yyy";
+      EXPECT_TRUE(CaseInsensitiveSearch("x" + query, "en").foundIn(text)) << at;
+      EXPECT_FALSE(CaseInsensitiveSearch("x" + query + "q", "en").foundIn(text)) << at;
+    }
+  }
+}
+
 // The bytewise search skips texts in which nothing folds to ASCII; it must know all that does.
 TEST(CaseInsensitiveSearch, MissesNoCharacterThatFoldsToAscii) {
   UErrorCode status = U_ZERO_ERROR;
