@@ -53,8 +53,17 @@ class Desk:
         process.wait()
 
     def start(self):
+        """Starts the program and waits until it has nothing more to do."""
         self.brimlo = self.spawn(self.brimlo_path, stderr=self.log.open("a"))
-        time.sleep(1)
+        stat = pathlib.Path(f"/proc/{self.brimlo.pid}/stat")
+        spent = None
+        for _ in range(40):
+            time.sleep(0.5)
+            fields = stat.read_text().rsplit(")", 1)[1].split()
+            now = int(fields[11]) + int(fields[12])
+            if fields[0] == "S" and now == spent:
+                return
+            spent = now
 
     def run(self, *command):
         return subprocess.run(command, env=self.env, capture_output=True, timeout=30)

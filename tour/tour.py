@@ -121,8 +121,9 @@ def main():
         print("The log:")
         log = desk.log.read_text()
         print("".join(f"  {line}\n" for line in log.splitlines()), end="")
+        # One more may be there: the word that the second of three clicks in xterm selects.
         desk.check("the log has the expected lines",
-                   log.count("captured local clip (") == 9
+                   log.count("captured local clip (") in (9, 10)
                    and "[BrimloMac] skipped password-like text (9 chars)\n" in log)
         print(f"{desk.faults} faults; screenshots in {screenshots}")
         return 1 if desk.faults else 0
