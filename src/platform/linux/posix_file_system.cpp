@@ -248,7 +248,11 @@ std::error_code PosixFileSystem::replace(const std::string& path,
       const FileDescriptor closing = std::move(held);
     });
   }
-  return syncFolder(parentOf(path));
+  error = syncFolder(parentOf(path));
+  // The caller hears of a failure, and goes on from what it knows of the file before: the new
+  // content is not to be taken for that.
+  if (error) written_.erase(path);
+  return error;
 }
 
 FileSystem::AsideResult PosixFileSystem::setAside(const std::string& path) {
