@@ -32,8 +32,8 @@ class ByteSink {
   virtual void append(std::string_view bytes) = 0;
 
   /// Appends what stands in the file that is being replaced, from `offset` to its end, provided
-  /// that it is still the very content that the last `replace` put there. Otherwise, or when it
-  /// cannot be read, appends nothing and returns false.
+  /// that it is still the very content that a successful `replace` put there last. Otherwise, or
+  /// when it cannot be read, appends nothing and returns false.
   [[nodiscard]] virtual bool appendFromReplaced(std::size_t offset) = 0;
 };
 
@@ -62,7 +62,8 @@ class FileSystem {
 
   /// Puts what `produce` appends in the place of the file at `path`, readable by its owner alone,
   /// atomically and durably: whatever happens, the old or the new content stands there whole, and
-  /// after success the new one survives a power cut. On failure the old content stays.
+  /// after success the new one survives a power cut. On failure the old content stays, unless only
+  /// the last step failed, that of making the new one safe from a power cut.
   [[nodiscard]] virtual std::error_code replace(const std::string& path,
                                                 const std::function<void(ByteSink&)>& produce) = 0;
 
