@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "base/geometry.h"
+
+namespace brimlo {
+
+/// A panel that floats above all windows, those that fill the screen included, on every desktop. It
+/// has no border, no title, no shadow and no entry in a taskbar; where its content is clear, what
+/// is behind it shows. It takes the keyboard without becoming the application in front. Main
+/// thread.
+class KeyablePanel {
+ public:
+  virtual ~KeyablePanel() = default;
+
+  /// The size that its content wants.
+  virtual Size fittingSize() const = 0;
+  virtual void setContentSize(Size size) = 0;
+
+  virtual Rect frame() const = 0;
+  virtual void setFrameOrigin(Point origin) = 0;
+
+  /// Puts it on screen above everything else, and has the keyboard go to it. Asked again, does so
+  /// again.
+  virtual void makeKeyAndOrderFront() = 0;
+
+  /// Hides it; the keyboard goes back to where it came from. Hiding a hidden one does nothing.
+  virtual void orderOut() = 0;
+
+  virtual bool isVisible() const = 0;
+
+  /// Whether an input method is composing text in the field that has the keyboard.
+  virtual bool isComposing() const = 0;
+
+  /// Which window it is among this program's, as events name it; 0 before it was first shown.
+  virtual std::uint64_t windowNumber() const = 0;
+
+  /// Called when the keyboard goes elsewhere while it is on screen.
+  virtual void setOnResignKey(std::function<void()> onResignKey) = 0;
+};
+
+}  // namespace brimlo

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "base/geometry.h"
+
+namespace brimlo {
+
+struct Screen {
+  Rect frame;
+  Rect visibleFrame;  ///< without what panels and docks keep for themselves
+};
+
+/// The screens and the pointer. Main thread.
+class Screens {
+ public:
+  virtual ~Screens() = default;
+
+  /// All of them; the primary one has its origin at (0, 0). Empty while none is connected.
+  virtual std::vector<Screen> screens() const = 0;
+
+  /// The one that a window appears on when nothing else decides.
+  virtual std::optional<Screen> mainScreen() const = 0;
+
+  virtual Point pointerLocation() const = 0;
+
+  /// Calls `onChange` whenever a screen comes, goes, or is another size or elsewhere; replaces the
+  /// callback set before.
+  virtual void setOnChange(std::function<void()> onChange) = 0;
+};
+
+}  // namespace brimlo
