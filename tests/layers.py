@@ -13,7 +13,8 @@ MAY_INCLUDE = {
     "platform": {"base"},
     "store": LOGIC,
     "capture": LOGIC | {"store"},
-    "app": LOGIC | {"store", "capture"},
+    "palette": LOGIC | {"store"},
+    "app": LOGIC | {"store", "capture", "palette"},
     "platform/linux": LOGIC,
     "platform/qt": LOGIC,
 }

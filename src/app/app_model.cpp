@@ -2,6 +2,7 @@
 
 #include "base/unicode_text.h"
 #include "capture/password_filter.h"
+#include "store/template_renderer.h"
 
 namespace brimlo {
 namespace {
@@ -19,6 +20,15 @@ AppModel::AppModel(const Services& services)
       monitor_(services.pasteboard, services.timers, services.queue),
       syncStatus_(services.strings.text("sync.status.idle")),
       isSyncing_(false),
+      hotKey_(services.hotKeys, services.queue, services.log),
+      quickPaste_({.clock = services.clock,
+                   .environment = services.environment,
+                   .events = services.events,
+                   .log = services.log,
+                   .queue = services.queue,
+                   .screens = services.screens,
+                   .locale = services.locale,
+                   .makePanel = services.makePalettePanel}),
       launchMs_(services.clock.nowMs()),
       autoApply_(services.defaults.boolForKey(kAutoApplyKey).value_or(true)),
       quickPasteEnabled_(services.defaults.boolForKey(kQuickPasteEnabledKey).value_or(true)),
@@ -37,7 +47,10 @@ AppModel::AppModel(const Services& services)
   monitor_.setOnNewText(
       anchor_.guard([this](const std::string& text) { handleCapturedText(text); }));
   monitor_.start();
+  connectPalette();
+  if (quickPasteEnabled_.value()) hotKey_.registerHotKey();
   debugSignals_.emplace(services_.signals, services_.accessibility, services_.log, store_,
+                        anchor_.guard([this] { showDebugPalette(); }),
                         anchor_.guard([this](const std::string& text, const std::string& source) {
                           pasteText(text, source);
                         }));
@@ -51,6 +64,18 @@ void AppModel::setAutoApply(bool enabled) {
 void AppModel::setQuickPasteEnabled(bool enabled) {
   quickPasteEnabled_.set(enabled);
   services_.defaults.setBool(kQuickPasteEnabledKey, enabled);
+  applyQuickPasteEnabled();
+}
+
+void AppModel::applyQuickPasteEnabled() {
+  if (quickPasteEnabled_.value()) {
+    hotKey_.registerHotKey();
+  } else {
+    hotKey_.unregisterHotKey();
+    quickPaste_.dismiss();
+  }
+  services_.log.write(std::string("quickPasteEnabled=") +
+                      (quickPasteEnabled_.value() ? "true" : "false"));
 }
 
 void AppModel::setExcludePasswords(bool enabled) {
@@ -72,8 +97,40 @@ void AppModel::pasteText(const std::string& text, const std::string& source) {
   pasteDelivery_.pasteText(text, source, quickPasteTargetApp_);
 }
 
+void AppModel::connectPalette() {
+  quickPaste_.setClipsProvider([this] { return store_.clips().value(); });
+  quickPaste_.setTemplatesProvider([this] { return templateStore_.templates().value(); });
+  quickPaste_.setOnConfirm([this](const Clip& clip) { pasteText(clip.text, clip.source); });
+  quickPaste_.setOnConfirmTemplate([this](const Template& chosen) {
+    pasteText(renderTemplate(chosen.body, {.nowMs = services_.clock.nowMs(),
+                                           .locale = services_.locale,
+                                           .timeZone = "",
+                                           .clipboard = services_.pasteboard.string()}),
+              "manual");
+  });
+  hotKey_.setOnPressed(anchor_.guard([this] { hotKeyPressed(); }));
+}
+
+void AppModel::hotKeyPressed() {
+  quickPasteTargetApp_ = services_.workspace.frontmostApplication();
+  const bool named = quickPasteTargetApp_ && !quickPasteTargetApp_->bundleIdentifier.empty();
+  services_.log.write("hotkey pressed, target=" +
+                      (named ? quickPasteTargetApp_->bundleIdentifier : std::string("?")));
+  quickPaste_.setAutoDismissOnResign(true);
+  quickPaste_.present();
+}
+
+void AppModel::showDebugPalette() {
+  quickPasteTargetApp_ = services_.workspace.frontmostApplication();
+  // It stays while other windows are used, and is where a screenshot expects it.
+  quickPaste_.setAutoDismissOnResign(false);
+  quickPaste_.setDebugCenterOnPrimary(true);
+  quickPaste_.present();
+}
+
 void AppModel::quit() {
   monitor_.stop();
+  hotKey_.unregisterHotKey();
   store_.saveUnsaved();
   services_.application.terminate();
 }

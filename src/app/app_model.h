@@ -4,18 +4,24 @@
 #include <string>
 
 #include "app/debug_signals.h"
+#include "app/hot_key_manager.h"
 #include "base/published.h"
 #include "base/weak_anchor.h"
 #include "capture/clipboard_monitor.h"
 #include "capture/paste_delivery.h"
+#include "palette/quick_paste_controller.h"
 #include "platform/accessibility.h"
 #include "platform/application.h"
 #include "platform/clock.h"
+#include "platform/environment.h"
+#include "platform/event_monitors.h"
 #include "platform/file_system.h"
+#include "platform/hot_keys.h"
 #include "platform/key_events.h"
 #include "platform/localized_strings.h"
 #include "platform/main_queue.h"
 #include "platform/pasteboard.h"
+#include "platform/screens.h"
 #include "platform/signal_sources.h"
 #include "platform/system_log.h"
 #include "platform/timers.h"
@@ -32,12 +38,18 @@ struct Services {
   Accessibility& accessibility;
   Application& application;
   const Clock& clock;
+  const Environment& environment;
+  EventMonitors& events;
   FileSystem& files;
   std::string dataFolder;  ///< where the stores keep their files
+  HotKeys& hotKeys;
   KeyEventPoster& keys;
+  std::string locale;  ///< the user's: a POSIX locale name
+  QuickPasteController::PanelFactory makePalettePanel;
   const LocalizedStrings& strings;
   MainQueue& queue;
   Pasteboard& pasteboard;
+  Screens& screens;
   SignalSources& signals;
   SystemLog& log;
   Timers& timers;
@@ -51,12 +63,14 @@ struct Services {
 /// Main thread.
 class AppModel {
  public:
-  /// Starts everything: loads the history, reads the settings, begins to watch the pasteboard.
+  /// Starts everything: loads the history, reads the settings, begins to watch the pasteboard,
+  /// takes the hotkey.
   explicit AppModel(const Services& services);
 
   ClipStore& store() { return store_; }
   TemplateStore& templateStore() { return templateStore_; }
   ClipboardMonitor& monitor() { return monitor_; }
+  QuickPasteController& quickPaste() { return quickPaste_; }
 
   const Published<std::string>& syncStatus() const { return syncStatus_; }
   const Published<bool>& isSyncing() const { return isSyncing_; }
@@ -65,12 +79,13 @@ class AppModel {
 
   /// Whether a clip that a phone sends is put on the pasteboard.
   const Published<bool>& autoApply() const { return autoApply_; }
-  /// Whether the global hotkey is registered.
+  /// Whether the global hotkey opens the palette.
   const Published<bool>& quickPasteEnabled() const { return quickPasteEnabled_; }
   /// Whether password-like text is kept out of the history.
   const Published<bool>& excludePasswords() const { return excludePasswords_; }
 
-  /// Each publishes the value, then writes it to the user defaults, whether it changed or not.
+  /// Each publishes the value, then writes it to the user defaults, whether it changed or not. The
+  /// hotkey follows its setting; without it an open palette closes.
   void setAutoApply(bool enabled);
   void setQuickPasteEnabled(bool enabled);
   void setExcludePasswords(bool enabled);
@@ -86,12 +101,19 @@ class AppModel {
   void quit();
 
  private:
+  void connectPalette();
+  void hotKeyPressed();
+  void showDebugPalette();
+  void applyQuickPasteEnabled();
+
   Services services_;
   ClipStore store_;
   TemplateStore templateStore_;
   ClipboardMonitor monitor_;
   Published<std::string> syncStatus_;
   Published<bool> isSyncing_;
+  HotKeyManager hotKey_;
+  QuickPasteController quickPaste_;
   // The application that the next paste goes to; none until one is remembered.
   std::optional<RunningApplication> quickPasteTargetApp_;
   double launchMs_;

@@ -11,22 +11,27 @@
 
 namespace brimlo {
 
-/// Lets a shell drive the running program: SIGUSR2 pastes the newest clip. Main thread.
+/// Lets a shell drive the running program: SIGUSR1 opens the palette, SIGUSR2 pastes the newest
+/// clip. Main thread.
 class DebugSignals {
  public:
+  using ShowPalette = std::function<void()>;
   using PasteText = std::function<void(const std::string& text, const std::string& source)>;
 
   /// Installs the signal sources, for its own life. The services outlive it.
   DebugSignals(SignalSources& signals, const Accessibility& accessibility, SystemLog& log,
-               const ClipStore& store, PasteText pasteText);
+               const ClipStore& store, ShowPalette showPalette, PasteText pasteText);
 
  private:
+  void debugShowPalette();
   void debugExercisePaste();
 
   const Accessibility& accessibility_;
   SystemLog& log_;
   const ClipStore& store_;
+  ShowPalette showPalette_;
   PasteText pasteText_;
+  std::unique_ptr<SignalSource> debugSignalSource_;
   std::unique_ptr<SignalSource> debugPasteSignalSource_;
 };
 

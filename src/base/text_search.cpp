@@ -93,6 +93,21 @@ bool combinesAt(std::string_view text, std::size_t index) {
   return combines(c);
 }
 
+/// The first place at or after `index` where `text` may be cut: not within a character, nor
+/// before one that combines with the last, however the characters there are normalised.
+std::size_t cutAfter(std::string_view text, std::size_t index) {
+  while (index < text.size() && (static_cast<unsigned char>(text[index]) & 0xC0) == 0x80) ++index;
+  // A run without end is cut somewhere.
+  constexpr std::size_t kLongestRun = 1024;
+  const std::size_t latest = std::min(text.size(), index + kLongestRun);
+  for (std::size_t at = index; at < latest;) {
+    if (!combinesAt(text, at)) return at;
+    ++at;
+    while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80) ++at;
+  }
+  return index;
+}
+
 icu::UnicodeString fold(std::string_view text, std::uint32_t options) {
   icu::UnicodeString folded =
       icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())});
@@ -119,6 +134,25 @@ CaseInsensitiveSearch::CaseInsensitiveSearch(std::string_view query,
 }
 
 bool CaseInsensitiveSearch::foundIn(std::string_view text) const {
+  for (std::size_t from = 0;;) {
+    const Progress progress = findInPart(text, from);
+    if (progress.found || progress.next == text.size()) return progress.found;
+    from = progress.next;
+  }
+}
+
+CaseInsensitiveSearch::Progress CaseInsensitiveSearch::findInPart(std::string_view text,
+                                                                  std::size_t from) const {
+  if (text.size() - from <= kPart) return {foundInWhole(text.substr(from)), text.size()};
+  const std::size_t next = cutAfter(text, from + kPart);
+  // Every code point folds to one unit or more, and what follows a match is looked at as well.
+  constexpr std::size_t kLongestCharacter = 4;
+  const std::size_t reach = (static_cast<std::size_t>(folded_.length()) + 1) * kLongestCharacter;
+  const std::size_t end = cutAfter(text, std::min(text.size(), next + reach));
+  return {foundInWhole(text.substr(from, end - from)), next};
+}
+
+bool CaseInsensitiveSearch::foundInWhole(std::string_view text) const {
   if (folded_.isEmpty()) return true;
   if (asciiQuery_.empty()) {
     const bool canMatch = foldOptions_ == U_FOLD_CASE_EXCLUDE_SPECIAL_I || !isAscii(text);

@@ -21,7 +21,19 @@ class CaseInsensitiveSearch {
 
   [[nodiscard]] bool foundIn(std::string_view text) const;
 
+  struct Progress {
+    bool found;
+    std::size_t next;  ///< where to go on; the text's size when all of it has been searched
+  };
+  /// Searches a long text by parts: from byte `from` on, a part's length or a little more. A match
+  /// that begins in this part and ends in the next is found. `from`: 0, or the last call's `next`.
+  [[nodiscard]] Progress findInPart(std::string_view text, std::size_t from) const;
+
+  /// Texts up to this many bytes are one part.
+  static constexpr std::size_t kPart = 128 * 1024;
+
  private:
+  bool foundInWhole(std::string_view text) const;
   bool foundInFolded(std::string_view text) const;
 
   std::uint32_t foldOptions_;

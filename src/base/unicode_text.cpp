@@ -8,6 +8,7 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <functional>
@@ -153,6 +154,22 @@ bool canonicallyEqual(std::string_view a, std::string_view b) {
 std::size_t canonicalHash(std::string_view text) {
   return withCanonicalForm(
       text, [](std::string_view canonical) { return std::hash<std::string_view>()(canonical); });
+}
+
+std::optional<std::int64_t> wholeNumber(std::string_view text) {
+  const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+  const auto size = static_cast<std::int64_t>(text.size());
+  std::int64_t i = 0;
+  if (size == 0) return std::nullopt;
+  UChar32 c;
+  U8_NEXT_OR_FFFD(bytes, i, size, c);
+  const double value = u_getNumericValue(c);
+  // Not a number gives a large negative value.
+  constexpr double kLargest = 1e15;
+  if (i != size || !(value >= 0 && value <= kLargest) || value != std::floor(value)) {
+    return std::nullopt;
+  }
+  return static_cast<std::int64_t>(value);
 }
 
 std::string toValidUtf8(std::string bytes) {

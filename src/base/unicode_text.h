@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,6 +28,10 @@ bool canonicallyEqual(std::string_view a, std::string_view b);
 
 /// A hash that canonically equivalent texts share. Not stable between runs; never store it.
 std::size_t canonicalHash(std::string_view text);
+
+/// The whole number that `text` stands for, when it is one code point that stands for one: 7 for
+/// "7", "７", "٧" and "七".
+std::optional<std::int64_t> wholeNumber(std::string_view text);
 
 /// Replaces every maximal ill-formed sequence of `bytes` by U+FFFD; returns valid UTF-8 as it is.
 std::string toValidUtf8(std::string bytes);

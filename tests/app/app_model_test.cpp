@@ -5,6 +5,7 @@
 #include <csignal>
 
 #include "support/fake_file_system.h"
+#include "support/fake_panel.h"
 #include "support/fakes.h"
 
 namespace brimlo {
@@ -14,22 +15,34 @@ using namespace std::chrono_literals;
 
 class AppModelTest : public testing::Test {
  protected:
+  /// Starts a model; `started` has the lines of its start.
   std::unique_ptr<AppModel> make() {
-    return std::make_unique<AppModel>(Services{.accessibility = desktop,
-                                               .application = loop,
-                                               .clock = loop,
-                                               .files = files,
-                                               .dataFolder = "/data",
-                                               .keys = desktop,
-                                               .strings = strings,
-                                               .queue = loop,
-                                               .pasteboard = pasteboard,
-                                               .signals = desktop,
-                                               .log = log,
-                                               .timers = loop,
-                                               .defaults = defaults,
-                                               .notifications = desktop,
-                                               .workspace = desktop});
+    log.lines.clear();
+    auto model = std::make_unique<AppModel>(Services{
+        .accessibility = desktop,
+        .application = loop,
+        .clock = loop,
+        .environment = surroundings,
+        .events = events,
+        .files = files,
+        .dataFolder = "/data",
+        .hotKeys = hotKeys,
+        .keys = desktop,
+        .locale = "en_US",
+        .makePalettePanel =
+            [this](QuickPasteViewState&) { return std::make_unique<test::FakePanel>(panel); },
+        .strings = strings,
+        .queue = loop,
+        .pasteboard = pasteboard,
+        .screens = surroundings,
+        .signals = desktop,
+        .log = log,
+        .timers = loop,
+        .defaults = defaults,
+        .notifications = desktop,
+        .workspace = desktop});
+    started = std::exchange(log.lines, {});
+    return model;
   }
 
   void copy(const std::string& text) {
@@ -41,9 +54,14 @@ class AppModelTest : public testing::Test {
   test::FakeFileSystem files;
   test::FakePasteboard pasteboard;
   test::FakeLog log;
+  std::vector<std::string> started;
   test::FakeDefaults defaults;
   test::FakeDesktop desktop;
   test::FakeStrings strings;
+  test::FakeSurroundings surroundings;
+  test::FakeEventMonitors events;
+  test::FakeHotKeys hotKeys;
+  test::PanelRecord panel;
 };
 
 TEST_F(AppModelTest, AFirstLaunchHasTheDefaultsAndWritesNothing) {
@@ -119,6 +137,82 @@ TEST_F(AppModelTest, Sigusr2PastesTheNewestClipUnderItsOwnSource) {
                                       "paste (14 chars, src=action)",
                                       "AX trusted -> auto-paste to ?", "posted Cmd-V"}));
   EXPECT_EQ(pasteboard.string(), "from the phone");
+}
+
+TEST_F(AppModelTest, TheHotkeyOpensThePaletteForTheApplicationInFront) {
+  const auto model = make();
+  EXPECT_EQ(started, std::vector<std::string>{"hotkey ⇧⌘V register status=0 registered=true"});
+  ASSERT_EQ(hotKeys.registered.callbacks.size(), 1u);
+  const auto& [keyCode, modifiers, id] = hotKeys.registered.callbacks.begin()->second;
+  EXPECT_EQ(std::tuple(keyCode, modifiers), std::tuple(9u, 0x300u));
+  EXPECT_EQ(id, (EventHotKeyID{0x42524C4F, 1}));
+  model->store().add("from the phone", "action", 1e12);
+  model->templateStore().setTemplates({{"t", "title", "[{clipboard}]", 0}});
+  copy("on the clipboard");
+  desktop.front = RunningApplication{"Editor", 5};
+  const std::int64_t row = 1;
+  struct Case {
+    const char* section;
+    std::vector<std::string> lines;
+  };
+  const Case cases[] = {{"clips", {"paste (14 chars, src=action)"}},
+                        {"templates", {"paste (16 chars, src=manual)"}}};
+  for (const auto& [section, lines] : cases) {
+    surroundings.variables["BRIMLO_QP_SECTION"] = section;
+    log.lines.clear();
+    desktop.asked.clear();
+    hotKeys.press({0x42524C4F, 2});
+    hotKeys.press({0, 1});
+    EXPECT_FALSE(panel.visible) << "not within the event";
+    loop.drain();
+    EXPECT_EQ(log.lines.front(), "hotkey pressed, target=Editor");
+    EXPECT_TRUE(panel.visible);
+    model->quickPaste().confirmItem(section == std::string("clips") ? row : 0);
+    loop.advance(600ms);
+    EXPECT_TRUE(log.has(lines[0])) << testing::PrintToString(log.lines);
+    EXPECT_EQ(desktop.asked, (std::vector<std::string>{"activate Editor", "post"}));
+    pasteboard.take();
+  }
+  EXPECT_EQ(pasteboard.string(), "[from the phone]");
+  desktop.front.reset();
+  hotKeys.press({0, 1});
+  loop.drain();
+  EXPECT_TRUE(log.has("hotkey pressed, target=?"));
+}
+
+TEST_F(AppModelTest, TheHotkeyFollowsItsSetting) {
+  hotKeys.status = 10;
+  const auto model = make();
+  EXPECT_EQ(started, std::vector<std::string>{"hotkey ⇧⌘V register status=10 registered=false"});
+  hotKeys.status = 0;
+  model->setQuickPasteEnabled(true);
+  model->setQuickPasteEnabled(true);
+  desktop.signals.at(SIGUSR1)();
+  EXPECT_TRUE(panel.visible);
+  model->setQuickPasteEnabled(false);
+  EXPECT_FALSE(panel.visible);
+  EXPECT_TRUE(hotKeys.registered.callbacks.empty());
+  EXPECT_EQ(hotKeys.handlers.callbacks.size(), 1u);
+  EXPECT_EQ(log.lines,
+            (std::vector<std::string>{
+                "hotkey ⇧⌘V register status=0 registered=true", "quickPasteEnabled=true",
+                "quickPasteEnabled=true", "SIGUSR1 -> show palette (debug)",
+                "quick-paste palette presented (0 items) frame={{390, 139.5}, {500, 497}} "
+                "visible=true",
+                "hotkey ⇧⌘V unregistered", "quickPasteEnabled=false"}));
+  make();
+  EXPECT_TRUE(started.empty());
+}
+
+TEST_F(AppModelTest, ThePaletteOfTheSignalStaysUpUntilTheNextHotkey) {
+  const auto model = make();
+  desktop.signals.at(SIGUSR1)();
+  panel.resign();
+  EXPECT_TRUE(panel.visible);
+  hotKeys.press({0, 1});
+  loop.drain();
+  panel.resign();
+  EXPECT_FALSE(panel.visible);
 }
 
 TEST_F(AppModelTest, QuittingStopsTheWatchSavesWhatIsLeftAndEndsTheProcess) {

@@ -124,6 +124,34 @@ TEST(CaseInsensitiveSearch, FindsAcrossTheSeamsOfLongTexts) {
   }
 }
 
+TEST(CaseInsensitiveSearch, FindsAcrossThePartsOfAHugeText) {
+  constexpr std::size_t kPart = CaseInsensitiveSearch::kPart;
+  for (const std::string match : {"needle", "NÉEDLÉ", "ſtraße", "e\u0301e\u0301"}) {
+    const CaseInsensitiveSearch search(match, "en"), longer(match + "!", "en");
+    for (std::size_t at = kPart - 12; at <= kPart + 2; ++at) {
+      const std::string text = std::string(at, '-') + match + std::string(2 * kPart, '-');
+      EXPECT_TRUE(search.foundIn(text)) << match << at;
+      EXPECT_FALSE(longer.foundIn(text)) << match << at;
+    }
+  }
+  EXPECT_FALSE(CaseInsensitiveSearch("e", "en").foundIn(std::string(kPart - 1, '-') + "e\u0301" +
+                                                        std::string(kPart, '-')));
+}
+
+TEST(UnicodeText, KnowsTheNumberOfACharacter) {
+  const std::pair<const char*, std::optional<std::int64_t>> cases[] = {{"7", 7},
+                                                                       {"0", 0},
+                                                                       {"７", 7},
+                                                                       {"٧", 7},
+                                                                       {"七", 7},
+                                                                       {"萬", 10'000},
+                                                                       {"½", std::nullopt},
+                                                                       {"a", std::nullopt},
+                                                                       {"77", std::nullopt},
+                                                                       {"", std::nullopt}};
+  for (const auto& [text, number] : cases) EXPECT_EQ(wholeNumber(text), number) << text;
+}
+
 // The bytewise search skips texts in which nothing folds to ASCII; it must know all that does.
 TEST(CaseInsensitiveSearch, MissesNoCharacterThatFoldsToAscii) {
   UErrorCode status = U_ZERO_ERROR;

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "base/weak_anchor.h"
+#include "platform/hot_keys.h"
+#include "platform/main_queue.h"
+#include "platform/system_log.h"
+
+namespace brimlo {
+
+/// The program's one hotkey, ⇧⌘V. Main thread.
+class HotKeyManager {
+ public:
+  /// Unregistered. The services outlive it; destroying it ends the registration.
+  HotKeyManager(HotKeys& hotKeys, MainQueue& queue, SystemLog& log);
+
+  /// Called from the main queue for each press; replaces the callback set before.
+  void setOnPressed(std::function<void()> onPressed) { onPressed_ = std::move(onPressed); }
+
+  /// Takes the key. Does nothing when it is taken already; where that fails, the log says so and
+  /// the next call tries again.
+  void registerHotKey();
+
+  /// Gives the key back.
+  void unregisterHotKey();
+
+  bool isRegistered() const { return hotKeyRef_ != nullptr; }
+
+ private:
+  void handleHotKeyEvent(const EventHotKeyID& pressed);
+
+  HotKeys& hotKeys_;
+  MainQueue& queue_;
+  SystemLog& log_;
+  std::function<void()> onPressed_;
+  std::unique_ptr<EventHandler> eventHandler_;  // installed once, by the first registration
+  std::unique_ptr<EventHotKey> hotKeyRef_;      // while registered
+  WeakAnchor anchor_;
+};
+
+}  // namespace brimlo

@@ -1,0 +1,156 @@
+#pragma once
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/environment.h"
+#include "platform/event_monitors.h"
+#include "platform/hot_keys.h"
+#include "platform/keyable_panel.h"
+#include "platform/screens.h"
+
+namespace brimlo::test {
+
+/// Environment variables and screens that the test sets.
+class FakeSurroundings : public Environment, public Screens {
+ public:
+  std::optional<std::string> value(const char* name) const override {
+    const auto found = variables.find(name);
+    return found == variables.end() ? std::nullopt : std::optional(found->second);
+  }
+
+  std::vector<Screen> screens() const override { return all; }
+  std::optional<Screen> mainScreen() const override { return main; }
+  Point pointerLocation() const override { return pointer; }
+  void setOnChange(std::function<void()> onChange) override { changed = std::move(onChange); }
+
+  std::map<std::string, std::string> variables;
+  std::vector<Screen> all{{{{0, 0}, {1280, 800}}, {{0, 0}, {1280, 776}}}};
+  std::optional<Screen> main = all[0];
+  Point pointer{640, 400};
+  std::function<void()> changed;
+};
+
+/// Callbacks under tokens: each is there until its token ends.
+template <typename Token, typename Callback>
+class Registry {
+ public:
+  std::unique_ptr<Token> add(Callback callback) {
+    const int key = ++last_;
+    callbacks[key] = std::move(callback);
+    return std::make_unique<Entry>(*this, key);
+  }
+
+  std::map<int, Callback> callbacks;
+
+ private:
+  class Entry : public Token {
+   public:
+    Entry(Registry& registry, int key) : registry_(registry), key_(key) {}
+    ~Entry() override { registry_.callbacks.erase(key_); }
+
+   private:
+    Registry& registry_;
+    int key_;
+  };
+  int last_ = 0;
+};
+
+/// Keys and clicks come from the test.
+class FakeEventMonitors : public EventMonitors {
+ public:
+  std::unique_ptr<EventMonitor> addLocalKeyDownMonitor(
+      std::function<bool(const KeyDownEvent&)> handler) override {
+    return keys.add(std::move(handler));
+  }
+  std::unique_ptr<EventMonitor> addGlobalMouseDownMonitor(std::function<void()> handler) override {
+    return globalClicks.add(std::move(handler));
+  }
+  std::unique_ptr<EventMonitor> addLocalMouseDownMonitor(
+      std::function<void(std::uint64_t)> handler) override {
+    return localClicks.add(std::move(handler));
+  }
+
+  /// Presses a key; says whether it was consumed.
+  bool press(const KeyDownEvent& event) {
+    const auto monitors = keys.callbacks;
+    return std::any_of(monitors.begin(), monitors.end(),
+                       [&](const auto& monitor) { return monitor.second(event); });
+  }
+  void clickElsewhere() {
+    for (const auto& [key, handler] : std::map(globalClicks.callbacks)) handler();
+  }
+  void click(std::uint64_t window) {
+    for (const auto& [key, handler] : std::map(localClicks.callbacks)) handler(window);
+  }
+
+  Registry<EventMonitor, std::function<bool(const KeyDownEvent&)>> keys;
+  Registry<EventMonitor, std::function<void()>> globalClicks;
+  Registry<EventMonitor, std::function<void(std::uint64_t)>> localClicks;
+};
+
+class FakeHotKeys : public HotKeys {
+ public:
+  std::unique_ptr<EventHandler> installEventHandler(Handler handler) override {
+    return handlers.add(std::move(handler));
+  }
+  Registration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                   EventHotKeyID id) override {
+    if (status != 0) return {status, nullptr};
+    return {0, registered.add({keyCode, modifiers, id})};
+  }
+
+  void press(EventHotKeyID id) {
+    for (const auto& [key, handler] : std::map(handlers.callbacks)) handler(id);
+  }
+
+  struct Key {
+    std::uint32_t keyCode;
+    std::uint32_t modifiers;
+    EventHotKeyID id;
+  };
+  Registry<EventHandler, Handler> handlers;
+  Registry<EventHotKey, Key> registered;
+  std::int32_t status = 0;
+};
+
+/// A panel on no screen, which the test asks and changes through what outlives it.
+struct PanelRecord {
+  Size fitting{500, 497};
+  Rect frame;
+  bool visible = false;
+  bool composing = false;
+  int made = 0;
+  std::function<void()> resign;
+};
+
+class FakePanel : public KeyablePanel {
+ public:
+  explicit FakePanel(PanelRecord& record) : record_(record) { ++record_.made; }
+
+  Size fittingSize() const override { return record_.fitting; }
+  void setContentSize(Size size) override { record_.frame.size = size; }
+  Rect frame() const override { return record_.frame; }
+  void setFrameOrigin(Point origin) override { record_.frame.origin = origin; }
+  void makeKeyAndOrderFront() override { record_.visible = true; }
+  void orderOut() override { record_.visible = false; }
+  bool isVisible() const override { return record_.visible; }
+  bool isComposing() const override { return record_.composing; }
+  std::uint64_t windowNumber() const override { return kWindow; }
+  void setOnResignKey(std::function<void()> onResignKey) override {
+    record_.resign = std::move(onResignKey);
+  }
+
+  static constexpr std::uint64_t kWindow = 42;
+
+ private:
+  PanelRecord& record_;
+};
+
+}  // namespace brimlo::test
