@@ -1,22 +1,33 @@
-#include <QCoreApplication>
+#include <QApplication>
 #include <csignal>
 
 #include "app/app_model.h"
+#include "palette/quick_paste_view.h"
 #include "platform/linux/dbus_notifications.h"
 #include "platform/linux/folder_lock.h"
 #include "platform/linux/ini_user_defaults.h"
 #include "platform/linux/posix_file_system.h"
+#include "platform/linux/process_environment.h"
 #include "platform/linux/syslog_log.h"
 #include "platform/linux/system_clock.h"
 #include "platform/linux/unix_signals.h"
+#include "platform/linux/user_locale.h"
 #include "platform/linux/x11_connection.h"
+#include "platform/linux/x11_event_monitors.h"
+#include "platform/linux/x11_hot_keys.h"
 #include "platform/linux/x11_key_events.h"
+#include "platform/linux/x11_keyboard.h"
 #include "platform/linux/x11_pasteboard.h"
+#include "platform/linux/x11_raw_input.h"
+#include "platform/linux/x11_window_server.h"
 #include "platform/linux/x11_workspace.h"
 #include "platform/linux/xdg_folders.h"
+#include "platform/qt/qt_keyable_panel.h"
 #include "platform/qt/qt_run_loop.h"
+#include "platform/qt/qt_screens.h"
 #include "platform/qt/qt_strings.h"
 #include "store/guarded_file.h"
+#include "ui/accessibility.h"
 
 using namespace brimlo;
 
@@ -24,7 +35,6 @@ int main(int argc, char** argv) {
   // Writing to a server or a terminal that has gone away is an error to deal with, not an end.
   std::signal(SIGPIPE, SIG_IGN);
 
-  QCoreApplication application(argc, argv);
   SyslogLog log;
   PosixFileSystem files;
 
@@ -41,6 +51,16 @@ int main(int argc, char** argv) {
     return 1;
   }
 
+  // The windows are windows of that X server. They are drawn without OpenGL, whose libraries would
+  // take more memory than everything else.
+  qputenv("QT_QPA_PLATFORM", "xcb");
+  qputenv("QT_XCB_GL_INTEGRATION", "none");
+  QApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setDesktopFileName("brimlo");
+  ui::installAccessibility();
+  x11.connection->serve();
+
   const std::string settingsFolder =
       xdgConfigHome().value_or(files.temporaryFolder()) + "/BrimloMac";
   if (const std::error_code error = files.createPrivateFolder(settingsFolder)) {
@@ -52,19 +72,41 @@ int main(int argc, char** argv) {
   const QtStrings strings;
   const SystemClock clock;
   DbusNotifications notifications;
+  const ProcessEnvironment environment;
+  X11Keyboard keyboard(*x11.connection);
+  X11RawInput rawInput(*x11.connection);
   X11Workspace workspace(*x11.connection);
-  X11KeyEvents keys(*x11.connection, workspace, pasteboard, runLoop, notifications, strings);
+  X11WindowServer windowServer(*x11.connection, workspace);
+  X11EventMonitors events(*x11.connection, keyboard, rawInput);
+  X11HotKeys hotKeys(*x11.connection, keyboard, rawInput, log);
+  X11KeyEvents keys(*x11.connection, keyboard, workspace, pasteboard, runLoop, notifications,
+                    strings);
+  QtScreens screens;
   UnixSignals signals;
+
+  const auto makePalettePanel = [&](QuickPasteViewState& state) {
+    auto view = std::make_unique<QuickPasteView>(
+        state, [&](const char* key) { return strings.text(key); },
+        [&] { return pasteboard.string().value_or(std::string()); });
+    const auto opaqueShape = [view = view.get()] { return view->opaqueShape(); };
+    return std::make_unique<QtKeyablePanel>(std::move(view), opaqueShape, windowServer);
+  };
 
   AppModel model({.accessibility = keys,
                   .application = runLoop,
                   .clock = clock,
+                  .environment = environment,
+                  .events = events,
                   .files = files,
                   .dataFolder = dataFolder,
+                  .hotKeys = hotKeys,
                   .keys = keys,
+                  .locale = userLocale(environment),
+                  .makePalettePanel = makePalettePanel,
                   .strings = strings,
                   .queue = runLoop,
                   .pasteboard = pasteboard,
+                  .screens = screens,
                   .signals = signals,
                   .log = log,
                   .timers = runLoop,

@@ -6,24 +6,29 @@
 namespace brimlo {
 namespace {
 
-std::string toString(double number) {
+void append(std::string& text, double number) {
   std::array<char, 32> digits;
   const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-  return {digits.data(), end};
+  text.append(digits.data(), end);
 }
 
-std::string pair(double a, double b) {
-  return "{" + toString(a) + ", " + toString(b) + "}";
+void appendPair(std::string& text, double a, double b) {
+  text += '{';
+  append(text, a);
+  text += ", ";
+  append(text, b);
+  text += '}';
 }
 
 }  // namespace
 
-std::string toString(Size size) {
-  return pair(size.width, size.height);
-}
-
 std::string toString(const Rect& rect) {
-  return "{" + pair(rect.origin.x, rect.origin.y) + ", " + toString(rect.size) + "}";
+  std::string text = "{";
+  appendPair(text, rect.origin.x, rect.origin.y);
+  text += ", ";
+  appendPair(text, rect.size.width, rect.size.height);
+  text += '}';
+  return text;
 }
 
 }  // namespace brimlo

@@ -40,10 +40,7 @@ struct Rect {
   bool operator==(const Rect&) const = default;
 };
 
-/// "{width, height}", each number as short as it can be without losing anything.
-std::string toString(Size size);
-
-/// "{{x, y}, {width, height}}".
+/// "{{x, y}, {width, height}}", each number as short as it can be without losing anything.
 std::string toString(const Rect& rect);
 
 }  // namespace brimlo

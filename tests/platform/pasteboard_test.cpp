@@ -54,6 +54,7 @@ class X11World : public World {
   X11World() {
     peer->own({.texts = {{"UTF8_STRING", "at the start"}}});
     x11_ = X11Connection::open().connection;
+    x11_->serve();
     real_ = std::make_unique<X11Pasteboard>(*x11_, log);
     wait([&] { return real_->string().has_value(); });
   }

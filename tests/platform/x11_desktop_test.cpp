@@ -20,6 +20,8 @@ using test::wait;
 
 class X11DesktopTest : public testing::Test {
  protected:
+  X11DesktopTest() { x11->serve(); }
+
   /// A terminal of that class, in front; it ends with the returned process.
   std::unique_ptr<QProcess> open(const std::string& name) {
     auto terminal = std::make_unique<QProcess>();
@@ -53,7 +55,8 @@ class X11DesktopTest : public testing::Test {
   QtRunLoop loop;
   X11Workspace workspace{*x11};
   X11Pasteboard pasteboard{*x11, log};
-  X11KeyEvents keys{*x11, workspace, pasteboard, loop, desktop, strings};
+  X11Keyboard keyboard{*x11};
+  X11KeyEvents keys{*x11, keyboard, workspace, pasteboard, loop, desktop, strings};
 };
 
 TEST_F(X11DesktopTest, AWindowComesBackToTheFrontFromWhereverItIsUntilItHasQuit) {

@@ -2,6 +2,8 @@
 
 #include <xcb/xcbext.h>
 #include <xcb/xfixes.h>
+#include <xcb/xinput.h>
+#include <xkbcommon/xkbcommon-x11.h>
 
 #include <QSocketNotifier>
 #include <QTimer>
@@ -36,7 +38,7 @@ X11Connection::OpenResult X11Connection::open() {
 }
 
 X11Connection::X11Connection(xcb_connection_t* xcb, int screen)
-    : xcb_(xcb), root_(rootOf(xcb, screen)), atoms_(X11Atoms::intern(xcb)) {}
+    : xcb_(xcb), screen_(screen), root_(rootOf(xcb, screen)), atoms_(X11Atoms::intern(xcb)) {}
 
 X11Connection::~X11Connection() = default;
 
@@ -50,11 +52,32 @@ bool X11Connection::prepareExtensions() {
   if (!version || version->major_version < 2) return false;
   xcb_get_maximum_request_length(xcb());
 
+  xkb_x11_setup_xkb_extension(xcb(), XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
+                              XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr,
+                              &xkbFirstEvent_, nullptr);
+  const xcb_query_extension_reply_t* xinput = xcb_get_extension_data(xcb(), &xcb_input_id);
+  if (xinput && xinput->present) {
+    const XcbPtr<xcb_input_xi_query_version_reply_t> input(
+        xcb_input_xi_query_version_reply(xcb(), xcb_input_xi_query_version(xcb(), 2, 2), nullptr));
+    const bool current = input && std::pair(input->major_version, input->minor_version) >=
+                                      std::pair<std::uint16_t, std::uint16_t>(2, 2);
+    if (current) xinputOpcode_ = xinput->major_opcode;
+  }
+  return true;
+}
+
+void X11Connection::serve() {
   readable_ =
       std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(xcb()), QSocketNotifier::Read);
   QObject::connect(readable_.get(), &QSocketNotifier::activated, readable_.get(),
                    [this] { process(); });
-  return true;
+  processSoon();
+}
+
+std::uint8_t X11Connection::check(xcb_void_cookie_t cookie) {
+  const XcbPtr<xcb_generic_error_t> error(xcb_request_check(xcb(), cookie));
+  processSoon();
+  return error ? error->error_code : 0;
 }
 
 void X11Connection::addEventHandler(std::function<void(const xcb_generic_event_t&)> onEvent) {

@@ -33,13 +33,22 @@ class X11Connection {
   };
   /// Connects to the display that the environment names, and waits for the server's first answers.
   static OpenResult open();
+
+  /// Begins to be served by the main run loop; needs the running `QCoreApplication`. Called once.
+  void serve();
+
   ~X11Connection();
 
   xcb_connection_t* xcb() const { return xcb_.get(); }
   xcb_window_t root() const { return root_; }
+  int screen() const { return screen_; }
   const X11Atoms& atoms() const { return atoms_; }
   /// The number of the first event of the XFIXES extension.
   std::uint8_t xfixesFirstEvent() const { return xfixesFirstEvent_; }
+  /// Likewise of XKB; 0 on a server without it.
+  std::uint8_t xkbFirstEvent() const { return xkbFirstEvent_; }
+  /// The number of the X Input extension, version 2.2; 0 on a server without it.
+  std::uint8_t xinputOpcode() const { return xinputOpcode_; }
 
   /// Adds one that receives every event, for the connection's life. Errors of requests without a
   /// reply are dropped: they come of windows of other clients that went away, which their owners
@@ -71,6 +80,9 @@ class X11Connection {
     return result;
   }
 
+  /// Waits for the outcome of a checked request made just now: 0, or the X error's code.
+  std::uint8_t check(xcb_void_cookie_t cookie);
+
   /// Sends what was requested. To be called after requests made outside the event handler.
   void flush();
 
@@ -91,9 +103,12 @@ class X11Connection {
   bool deliverReply();
 
   std::unique_ptr<xcb_connection_t, FreeConnection> xcb_;
+  int screen_;
   xcb_window_t root_;
   X11Atoms atoms_;
   std::uint8_t xfixesFirstEvent_ = 0;
+  std::uint8_t xkbFirstEvent_ = 0;
+  std::uint8_t xinputOpcode_ = 0;
   std::deque<PendingReply> pending_;
   std::vector<std::function<void(const xcb_generic_event_t&)>> onEvent_;
   std::function<void()> onLost_;

@@ -2,10 +2,7 @@
 
 #include <xcb/xtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
-#include <xkbcommon/xkbcommon-x11.h>
-#include <xkbcommon/xkbcommon.h>
 
-#include <memory>
 #include <utility>
 
 #include "platform/linux/xcb_xkb.h"
@@ -15,85 +12,24 @@ namespace {
 
 using Steady = std::chrono::steady_clock;
 
-template <auto release>
-struct Unref {
-  template <typename T>
-  void operator()(T* object) const {
-    release(object);
-  }
-};
-
-/// The keyboard's layouts, as they are at this moment.
-class Keymap {
- public:
-  explicit Keymap(xcb_connection_t* xcb) : context_(xkb_context_new(XKB_CONTEXT_NO_FLAGS)) {
-    const int device = xkb_x11_get_core_keyboard_device_id(xcb);
-    if (!context_ || device < 0) return;
-    map_.reset(
-        xkb_x11_keymap_new_from_device(context_.get(), xcb, device, XKB_KEYMAP_COMPILE_NO_FLAGS));
-    if (map_) state_.reset(xkb_x11_state_new_from_device(map_.get(), xcb, device));
-  }
-
-  explicit operator bool() const { return state_ != nullptr; }
-
-  std::uint32_t group() const {
-    return xkb_state_serialize_layout(state_.get(), XKB_STATE_LAYOUT_EFFECTIVE);
-  }
-
-  struct Place {
-    xcb_keycode_t key;
-    std::uint32_t group;
-  };
-  /// The key that gives `symbol` unshifted, in the current group or else in another.
-  std::optional<Place> find(xkb_keysym_t symbol) const {
-    const xkb_layout_index_t groups = xkb_keymap_num_layouts(map_.get());
-    for (xkb_layout_index_t i = 0; i < groups; ++i) {
-      const xkb_layout_index_t at = (group() + i) % groups;
-      for (auto key = xkb_keymap_min_keycode(map_.get()); key <= xkb_keymap_max_keycode(map_.get());
-           ++key) {
-        const xkb_keysym_t* symbols = nullptr;
-        const xkb_layout_index_t groupsOfKey = xkb_keymap_num_layouts_for_key(map_.get(), key);
-        // A key with fewer groups than the keyboard has the same symbols in all of them.
-        const xkb_layout_index_t own = groupsOfKey == 1 ? 0 : at;
-        if (own >= groupsOfKey) continue;
-        const int count = xkb_keymap_key_get_syms_by_level(map_.get(), key, own, 0, &symbols);
-        if (count == 1 && symbols[0] == symbol) {
-          return Place{static_cast<xcb_keycode_t>(key), groupsOfKey == 1 ? group() : at};
-        }
-      }
-    }
-    return std::nullopt;
-  }
-
- private:
-  std::unique_ptr<xkb_context, Unref<xkb_context_unref>> context_;
-  std::unique_ptr<xkb_keymap, Unref<xkb_keymap_unref>> map_;
-  std::unique_ptr<xkb_state, Unref<xkb_state_unref>> state_;
-};
-
 bool hasXtest(xcb_connection_t* xcb) {
   const xcb_query_extension_reply_t* xtest = xcb_get_extension_data(xcb, &xcb_test_id);
   return xtest && xtest->present;
 }
 
-bool hasXkb(xcb_connection_t* xcb) {
-  return xkb_x11_setup_xkb_extension(
-             xcb, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
-             XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, nullptr, nullptr) != 0;
-}
-
 }  // namespace
 
-X11KeyEvents::X11KeyEvents(X11Connection& x11, X11Workspace& workspace, X11Pasteboard& pasteboard,
-                           MainQueue& queue, UserNotifications& notifications,
-                           const LocalizedStrings& strings)
+X11KeyEvents::X11KeyEvents(X11Connection& x11, X11Keyboard& keyboard, X11Workspace& workspace,
+                           X11Pasteboard& pasteboard, MainQueue& queue,
+                           UserNotifications& notifications, const LocalizedStrings& strings)
     : x11_(x11),
+      keyboard_(keyboard),
       workspace_(workspace),
       pasteboard_(pasteboard),
       queue_(queue),
       notifications_(notifications),
       strings_(strings),
-      usable_(hasXtest(x11.xcb()) && hasXkb(x11.xcb())) {}
+      usable_(hasXtest(x11.xcb()) && keyboard.isReadable()) {}
 
 void X11KeyEvents::promptForTrust() {
   notifications_.deliver(strings_.text("accessibility.unavailable.title"),
@@ -136,19 +72,17 @@ void X11KeyEvents::postPaste(Steady::time_point until, std::function<void(Result
   });
 }
 
-std::optional<X11KeyEvents::Strokes> X11KeyEvents::strokesFor(PasteChord chord) const {
-  const Keymap keymap(x11_.xcb());
-  if (!keymap) return std::nullopt;
+std::optional<X11KeyEvents::Strokes> X11KeyEvents::strokesFor(PasteChord chord) {
   std::vector<xkb_keysym_t> symbols;
   if (chord != PasteChord::kShiftInsert) symbols.push_back(XKB_KEY_Control_L);
   if (chord != PasteChord::kControlV) symbols.push_back(XKB_KEY_Shift_L);
   symbols.push_back(chord == PasteChord::kShiftInsert ? XKB_KEY_Insert : XKB_KEY_v);
   Strokes strokes;
   for (const xkb_keysym_t symbol : symbols) {
-    const auto place = keymap.find(symbol);
+    const auto place = keyboard_.find(symbol);
     if (!place) return std::nullopt;
     strokes.keys.push_back(place->key);
-    if (place->group != keymap.group()) strokes.group = place->group;
+    if (place->group != keyboard_.group()) strokes.group = place->group;
   }
   return strokes;
 }

@@ -12,6 +12,7 @@
 #include "platform/key_events.h"
 #include "platform/linux/paste_chord.h"
 #include "platform/linux/x11_connection.h"
+#include "platform/linux/x11_keyboard.h"
 #include "platform/linux/x11_pasteboard.h"
 #include "platform/linux/x11_workspace.h"
 #include "platform/localized_strings.h"
@@ -26,8 +27,9 @@ namespace brimlo {
 /// found in the keyboard layout of the moment. It is the one key that can be posted.
 class X11KeyEvents : public KeyEventPoster, public Accessibility {
  public:
-  X11KeyEvents(X11Connection& x11, X11Workspace& workspace, X11Pasteboard& pasteboard,
-               MainQueue& queue, UserNotifications& notifications, const LocalizedStrings& strings);
+  X11KeyEvents(X11Connection& x11, X11Keyboard& keyboard, X11Workspace& workspace,
+               X11Pasteboard& pasteboard, MainQueue& queue, UserNotifications& notifications,
+               const LocalizedStrings& strings);
 
   bool isProcessTrusted() const override { return usable_; }
 
@@ -44,13 +46,14 @@ class X11KeyEvents : public KeyEventPoster, public Accessibility {
   };
 
   void postPaste(std::chrono::steady_clock::time_point until, std::function<void(Result)> then);
-  std::optional<Strokes> strokesFor(PasteChord chord) const;
+  std::optional<Strokes> strokesFor(PasteChord chord);
   void type(const Strokes& strokes);
   void releaseHeldKeys();
   void fake(std::uint8_t type, xcb_keycode_t key);
   void lockGroup(std::uint32_t group);
 
   X11Connection& x11_;
+  X11Keyboard& keyboard_;
   X11Workspace& workspace_;
   X11Pasteboard& pasteboard_;
   MainQueue& queue_;

@@ -1,28 +1,18 @@
 #include "platform/linux/x11_workspace.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstring>
 #include <string_view>
-#include <utility>
+
+#include "platform/linux/x11_properties.h"
 
 namespace brimlo {
 
-X11Workspace::X11Workspace(X11Connection& x11) : x11_(x11), window_(xcb_generate_id(x11.xcb())) {
-  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-  xcb_create_window(x11_.xcb(), XCB_COPY_FROM_PARENT, window_, x11_.root(), 0, 0, 1, 1, 0,
-                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
-  x11_.addEventHandler([this](const xcb_generic_event_t& event) {
-    if ((event.response_type & 0x7F) != XCB_PROPERTY_NOTIFY) return;
-    const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-    if (change.window == window_) onTime(change.time);
-  });
-}
+X11Workspace::X11Workspace(X11Connection& x11) : x11_(x11), time_(x11) {}
 
 std::optional<RunningApplication> X11Workspace::frontmostApplication() {
+  if (held_) return *held_;
   const xcb_window_t window = frontWindow();
-  if (window == XCB_NONE || isOwn(window)) return std::nullopt;
+  if (window == XCB_NONE || isOwnWindow(x11_, window)) return std::nullopt;
   // WM_CLASS holds two strings, each ended by NUL: the instance's name and the class.
   constexpr std::uint32_t kLongest = 256;
   const auto reply = x11_.waitFor(
@@ -44,39 +34,44 @@ Workspace::Activation X11Workspace::activate(const RunningApplication& applicati
   const auto attributes =
       x11_.waitFor(xcb_get_window_attributes_reply, xcb_get_window_attributes(x11_.xcb(), window));
   if (!attributes) return Activation::kGone;
-  activating_ = window;
-  xcb_change_property(x11_.xcb(), XCB_PROP_MODE_APPEND, window_, x11_.atoms().stamp,
-                      XCB_ATOM_INTEGER, 32, 0, nullptr);
-  x11_.flush();
+  time_.now([this, window](xcb_timestamp_t time) { activateAt(window, time); });
   return Activation::kAsked;
+}
+
+void X11Workspace::holdFront() {
+  if (!held_) held_ = frontmostApplication();
+}
+
+void X11Workspace::releaseFront() {
+  held_.reset();
 }
 
 bool X11Workspace::ownWindowInFront() {
   // A panel may have the keyboard without the manager calling it active.
   const xcb_window_t window = focusedTopLevel();
-  return window != XCB_NONE && isOwn(window);
+  return window != XCB_NONE && isOwnWindow(x11_, window);
 }
 
-void X11Workspace::onTime(xcb_timestamp_t time) {
-  const xcb_window_t window = std::exchange(activating_, xcb_window_t{XCB_NONE});
-  if (window == XCB_NONE) return;
+void X11Workspace::activateAt(xcb_window_t window, xcb_timestamp_t time) {
   if (!hasWindowManager()) {
     const std::uint32_t above = XCB_STACK_MODE_ABOVE;
     xcb_map_window(x11_.xcb(), window);
     xcb_configure_window(x11_.xcb(), window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
     xcb_set_input_focus(x11_.xcb(), XCB_INPUT_FOCUS_PARENT, window, time);
-    return;
+    return x11_.flush();
   }
   // Not every manager goes to another desktop for a window that asks to be active.
   constexpr std::uint32_t kAllDesktops = 0xFFFFFFFF;
-  const auto desktop = number(window, x11_.atoms().wmDesktop, XCB_ATOM_CARDINAL);
-  const auto current = number(x11_.root(), x11_.atoms().currentDesktop, XCB_ATOM_CARDINAL);
+  const auto desktop = numberProperty(x11_, window, x11_.atoms().wmDesktop, XCB_ATOM_CARDINAL);
+  const auto current =
+      numberProperty(x11_, x11_.root(), x11_.atoms().currentDesktop, XCB_ATOM_CARDINAL);
   if (desktop && *desktop != kAllDesktops && desktop != current) {
     askManager(x11_.root(), x11_.atoms().currentDesktop, {*desktop, time});
   }
   // As a pager asks: the person has chosen that window, so the manager lets it have the focus.
   constexpr std::uint32_t kFromPager = 2;
   askManager(window, x11_.atoms().activeWindow, {kFromPager, time});
+  x11_.flush();
 }
 
 void X11Workspace::askManager(xcb_window_t window, xcb_atom_t what,
@@ -95,7 +90,7 @@ void X11Workspace::askManager(xcb_window_t window, xcb_atom_t what,
 xcb_window_t X11Workspace::frontWindow() {
   if (!hasWindowManager()) return focusedTopLevel();
   // While no application is active, the focus is with some helper window of the manager's own.
-  return number(x11_.root(), x11_.atoms().activeWindow, XCB_ATOM_WINDOW)
+  return numberProperty(x11_, x11_.root(), x11_.atoms().activeWindow, XCB_ATOM_WINDOW)
       .value_or(static_cast<std::uint32_t>(XCB_NONE));
 }
 
@@ -107,7 +102,8 @@ xcb_window_t X11Workspace::focusedTopLevel() {
   }
   for (xcb_window_t window = focus->focus;;) {
     // A window manager that is no more has left its mark on the client's window.
-    if (number(window, x11_.atoms().wmState, XCB_GET_PROPERTY_TYPE_ANY)) return window;
+    if (numberProperty(x11_, window, x11_.atoms().wmState, XCB_GET_PROPERTY_TYPE_ANY))
+      return window;
     const auto tree = x11_.waitFor(xcb_query_tree_reply, xcb_query_tree(x11_.xcb(), window));
     if (!tree || tree->parent == XCB_NONE || tree->parent == x11_.root()) return window;
     window = tree->parent;
@@ -115,26 +111,11 @@ xcb_window_t X11Workspace::focusedTopLevel() {
 }
 
 bool X11Workspace::hasWindowManager() {
-  const auto check = number(x11_.root(), x11_.atoms().supportingWmCheck, XCB_ATOM_WINDOW);
+  const auto check =
+      numberProperty(x11_, x11_.root(), x11_.atoms().supportingWmCheck, XCB_ATOM_WINDOW);
   // The property outlives a manager that crashed; its window, which names itself, does not.
-  return check && number(*check, x11_.atoms().supportingWmCheck, XCB_ATOM_WINDOW) == check;
-}
-
-bool X11Workspace::isOwn(xcb_window_t window) {
-  return number(window, x11_.atoms().wmPid, XCB_ATOM_CARDINAL) ==
-         static_cast<std::uint32_t>(getpid());
-}
-
-std::optional<std::uint32_t> X11Workspace::number(xcb_window_t window, xcb_atom_t property,
-                                                  xcb_atom_t type) {
-  const auto reply = x11_.waitFor(xcb_get_property_reply,
-                                  xcb_get_property(x11_.xcb(), 0, window, property, type, 0, 1));
-  if (!reply || reply->format != 32 || xcb_get_property_value_length(reply.get()) < 4) {
-    return std::nullopt;
-  }
-  std::uint32_t value;
-  std::memcpy(&value, xcb_get_property_value(reply.get()), sizeof value);
-  return value;
+  return check &&
+         numberProperty(x11_, *check, x11_.atoms().supportingWmCheck, XCB_ATOM_WINDOW) == check;
 }
 
 }  // namespace brimlo

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "platform/linux/x11_connection.h"
+#include "platform/linux/x11_time.h"
 #include "platform/workspace.h"
 
 namespace brimlo {
@@ -20,6 +21,11 @@ class X11Workspace : public Workspace {
   std::optional<RunningApplication> frontmostApplication() override;
   Activation activate(const RunningApplication& application) override;
 
+  /// Has `frontmostApplication` answer as it does now, until `releaseFront`. While a panel has the
+  /// keyboard, nothing on the server need tell any more which application was in front.
+  void holdFront();
+  void releaseFront();
+
   /// Whether the keyboard goes to a window of this process.
   bool ownWindowInFront();
 
@@ -27,14 +33,12 @@ class X11Workspace : public Workspace {
   xcb_window_t frontWindow();
   xcb_window_t focusedTopLevel();
   bool hasWindowManager();
-  bool isOwn(xcb_window_t window);
-  std::optional<std::uint32_t> number(xcb_window_t window, xcb_atom_t property, xcb_atom_t type);
-  void onTime(xcb_timestamp_t time);
+  void activateAt(xcb_window_t window, xcb_timestamp_t time);
   void askManager(xcb_window_t window, xcb_atom_t what, std::array<std::uint32_t, 2> data);
 
   X11Connection& x11_;
-  xcb_window_t window_;                 // has the property that the time is asked with
-  xcb_window_t activating_ = XCB_NONE;  // waits for that time
+  X11Time time_;
+  std::optional<std::optional<RunningApplication>> held_;
 };
 
 }  // namespace brimlo

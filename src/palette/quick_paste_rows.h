@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <QTextLayout>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "palette/quick_paste_view_state.h"
+#include "ui/row_list.h"
+
+namespace brimlo {
+
+/// The colours of the palette, which is always dark.
+struct QuickPasteColors {
+  QColor moss{0x3E, 0x8E, 0x63};
+  QColor surface{0x26, 0x2E, 0x28};
+  QColor textPrimary{0xE6, 0xED, 0xE7};
+  QColor textSecondary{0xA6, 0xB6, 0xAA};
+  QColor mossLight{0x8F, 0xCF, 0xA9};
+};
+
+/// Draws the rows of the palette. Of a text, however long, only its beginning is ever looked at.
+class QuickPasteRows : public ui::RowSource {
+ public:
+  /// Both outlive it.
+  QuickPasteRows(const QuickPasteViewState& state, const QuickPasteColors& colors);
+
+  int height(std::size_t row, int width) override;
+  void paint(QPainter& painter, std::size_t row, const QRectF& rect) override;
+  QString name(std::size_t row) override;
+
+  /// The items are others.
+  void forgetLayouts() { layouts_.clear(); }
+
+ private:
+  using Lines = std::vector<std::unique_ptr<QTextLayout>>;
+
+  const Lines& linesOf(std::size_t row, const Clip& clip, double rowWidth);
+  void paintBadge(QPainter& painter, std::size_t row, const QRectF& rect, bool selected) const;
+  void paintClip(QPainter& painter, std::size_t row, const Clip& clip, QRectF rect, bool selected);
+  void paintTemplate(QPainter& painter, const Template& shown, QRectF rect, bool selected) const;
+
+  const QuickPasteViewState& state_;
+  const QuickPasteColors& colors_;
+  std::unordered_map<std::size_t, Lines> layouts_;
+  double layoutWidth_ = 0;  // the width of the rows that they are for
+};
+
+}  // namespace brimlo

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QImage>
+#include <QRegion>
+#include <QWidget>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "base/published.h"
+#include "palette/quick_paste_rows.h"
+#include "palette/quick_paste_view_state.h"
+#include "ui/capsule_tab.h"
+#include "ui/label.h"
+#include "ui/row_list.h"
+#include "ui/shape_box.h"
+#include "ui/text_field.h"
+
+namespace brimlo {
+
+/// The palette as it is seen: a dark card with the filter, the two sections' tabs, the rows and the
+/// key hints. It shows what the state says, writes the query, and reports clicks. Main thread.
+class QuickPasteView : public QWidget {
+ public:
+  /// The text of a key of the string tables.
+  using Text = std::function<std::string(const char* key)>;
+  /// The pasteboard's text, for the filter field.
+  using Clipboard = std::function<std::string()>;
+
+  /// `state` outlives the view.
+  QuickPasteView(QuickPasteViewState& state, const Text& text, Clipboard clipboard);
+
+  /// The part of the view that the card covers, without its shadow.
+  QRegion opaqueShape() const;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QWidget* titleRow(const Text& text);
+  QWidget* filterBox();
+  QWidget* tabRow();
+  QWidget* listArea();
+  QWidget* hintBar(const Text& text);
+  QWidget* hint(const char* keys, const std::string& label);
+  QRectF card() const;
+  void observe();
+  void showRows();
+  void showSelection();
+  void showCounter();
+
+  QuickPasteViewState& state_;
+  const QuickPasteColors colors_;
+  QString noMatchText_;
+  QString emptyText_;
+  QuickPasteRows rows_;
+  ui::TextField* searchField_;
+  ui::ShapeBox* filterBox_;
+  ui::CapsuleTab* clipsTab_;
+  ui::CapsuleTab* templatesTab_;
+  ui::RowList* list_;
+  ui::Label* emptyLabel_;
+  ui::Label* counter_;
+  QImage shadow_;
+  std::vector<Subscription> subscriptions_;
+};
+
+}  // namespace brimlo

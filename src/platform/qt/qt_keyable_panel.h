@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QObject>
+#include <QRegion>
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+#include "platform/keyable_panel.h"
+#include "platform/window_server.h"
+
+namespace brimlo {
+
+/// A panel in a Qt window that the window manager leaves alone: so it comes up at once, above
+/// everything and on every desktop, and no taskbar or pager lists it. The window server gives it
+/// the keyboard.
+class QtKeyablePanel : public KeyablePanel, private QObject {
+ public:
+  /// `opaqueShape`: the part of `content` to show where the desktop cannot blend the rest with what
+  /// is behind it. `server` outlives the panel.
+  QtKeyablePanel(std::unique_ptr<QWidget> content, std::function<QRegion()> opaqueShape,
+                 WindowServer& server);
+  ~QtKeyablePanel() override;
+
+  Size fittingSize() const override;
+  void setContentSize(Size size) override;
+  Rect frame() const override;
+  void setFrameOrigin(Point origin) override;
+  void makeKeyAndOrderFront() override;
+  void orderOut() override;
+  bool isVisible() const override;
+  bool isComposing() const override;
+  std::uint64_t windowNumber() const override;
+  void setOnResignKey(std::function<void()> onResignKey) override;
+
+ private:
+  bool eventFilter(QObject* receiver, QEvent* event) override;
+  void takeKeyboard();
+
+  std::unique_ptr<QWidget> content_;
+  std::function<QRegion()> opaqueShape_;
+  WindowServer& server_;
+  std::function<void()> onResignKey_;
+  bool composing_ = false;
+};
+
+}  // namespace brimlo

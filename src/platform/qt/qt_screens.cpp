@@ -1,0 +1,78 @@
+#include "platform/qt/qt_screens.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QScreen>
+#include <utility>
+
+namespace brimlo {
+namespace {
+
+/// Where the bottom left corner of the primary screen is, in Qt's coordinates.
+QPoint bottomLeft() {
+  const QScreen* primary = QGuiApplication::primaryScreen();
+  if (!primary) return {};
+  const QRect frame = primary->geometry();
+  return {frame.x(), frame.y() + frame.height()};
+}
+
+Screen screenOf(const QScreen& screen) {
+  return {fromQt(screen.geometry()), fromQt(screen.availableGeometry())};
+}
+
+}  // namespace
+
+Point fromQt(const QPoint& point) {
+  const QPoint origin = bottomLeft();
+  return {static_cast<double>(point.x() - origin.x()), static_cast<double>(origin.y() - point.y())};
+}
+
+Rect fromQt(const QRect& rect) {
+  return {fromQt(QPoint(rect.x(), rect.y() + rect.height())),
+          {static_cast<double>(rect.width()), static_cast<double>(rect.height())}};
+}
+
+QPoint topLeftInQt(Point origin, double height) {
+  const QPoint corner = bottomLeft();
+  return QPointF(corner.x() + origin.x, corner.y() - origin.y - height).toPoint();
+}
+
+QtScreens::QtScreens() {
+  const auto changed = [this] {
+    if (onChange_) onChange_();
+  };
+  const auto watch = [changed](QScreen* screen) {
+    QObject::connect(screen, &QScreen::geometryChanged, screen, changed);
+    QObject::connect(screen, &QScreen::availableGeometryChanged, screen, changed);
+  };
+  for (QScreen* screen : QGuiApplication::screens()) watch(screen);
+  QObject::connect(qGuiApp, &QGuiApplication::screenAdded, [watch, changed](QScreen* screen) {
+    watch(screen);
+    changed();
+  });
+  QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, changed);
+}
+
+std::vector<Screen> QtScreens::screens() const {
+  std::vector<Screen> all;
+  for (const QScreen* screen : QGuiApplication::screens()) all.push_back(screenOf(*screen));
+  return all;
+}
+
+std::optional<Screen> QtScreens::mainScreen() const {
+  const QScreen* primary = QGuiApplication::primaryScreen();
+  return primary ? std::optional(screenOf(*primary)) : std::nullopt;
+}
+
+Point QtScreens::pointerLocation() const {
+  // A point is within the pixel below and right of it; upwards, its lower edge would be the pixel
+  // beneath it.
+  const Point corner = fromQt(QCursor::pos());
+  return {corner.x, corner.y - 1};
+}
+
+void QtScreens::setOnChange(std::function<void()> onChange) {
+  onChange_ = std::move(onChange);
+}
+
+}  // namespace brimlo

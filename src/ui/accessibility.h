@@ -1,0 +1,9 @@
+#pragma once
+
+namespace brimlo::ui {
+
+/// Makes the kit's own widgets known to screen readers: the rows of a list as its items, a tab as
+/// a tab. To be called once, before the first of them is made.
+void installAccessibility();
+
+}  // namespace brimlo::ui

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QColor>
+
+/// Colours as a design names them: sRGB, with an opacity from 0 to 1.
+namespace brimlo::ui {
+
+inline QColor srgb(int red, int green, int blue) {
+  return {red, green, blue};
+}
+
+inline QColor white(double opacity) {
+  return QColor::fromRgbF(1, 1, 1, static_cast<float>(opacity));
+}
+
+inline QColor black(double opacity) {
+  return QColor::fromRgbF(0, 0, 0, static_cast<float>(opacity));
+}
+
+}  // namespace brimlo::ui

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QColor>
+#include <QLabel>
+#include <QPainter>
+
+#include "ui/text_style.h"
+
+namespace brimlo::ui {
+
+/// The width that `text` takes on one line.
+double textWidth(const QString& text, const TextStyle& style);
+
+/// Draws `text` on one line at the left of `rect`, in its middle, cut with an ellipsis where it is
+/// too long.
+void paintText(QPainter& painter, const QRectF& rect, const QString& text, const TextStyle& style,
+               const QColor& color);
+
+/// One line of text in a stack, which may be given less room than it wants.
+class Label : public QLabel {
+ public:
+  Label(const QString& text, const TextStyle& style, const QColor& color);
+
+  void setColor(const QColor& color);
+  /// Never takes less room than its text.
+  Label* rigid();
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  TextStyle style_;
+  QColor color_;
+  bool rigid_ = false;
+};
+
+}  // namespace brimlo::ui

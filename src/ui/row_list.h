@@ -1,0 +1,105 @@
+#pragma once
+
+#include <QColor>
+#include <QPainter>
+#include <QPointF>
+#include <QRectF>
+#include <QString>
+#include <QVariantAnimation>
+#include <QWidget>
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <unordered_map>
+
+namespace brimlo::ui {
+
+/// What a `RowList` shows.
+class RowSource {
+ public:
+  virtual ~RowSource() = default;
+
+  /// How high the row is when it is `width` wide.
+  virtual int height(std::size_t row, int width) = 0;
+  /// Draws it into `rect`.
+  virtual void paint(QPainter& painter, std::size_t row, const QRectF& rect) = 0;
+  /// What a screen reader says of it.
+  virtual QString name(std::size_t row) = 0;
+};
+
+/// A scrolling column of any number of rows of different heights, of which only those in sight are
+/// ever measured or drawn. The rows are items to a screen reader.
+///
+/// Where it is scrolled to is counted in rows: 7.5 means that the middle of the eighth row is at
+/// the top. So nothing need be known of rows that were never in sight, and the scroll indicator
+/// says which part of the rows, not of their heights, is shown.
+class RowList : public QWidget {
+ public:
+  struct Options {
+    int spacing = 0;
+    int padding = 0;  ///< around all rows
+    QColor indicator;
+  };
+  /// `source` outlives the list.
+  RowList(RowSource& source, const Options& options);
+
+  /// Shows other rows, so many of them, and stays where it was as far as that is possible.
+  void setRows(std::size_t count);
+  void setSelectedRow(std::size_t row);
+
+  /// Scrolls so that the middle of `row` is in the middle, in 0.12 seconds.
+  void scrollToCenter(std::size_t row);
+  void scrollToTop();
+
+  /// Called when a row is clicked, and when the pointer, moved, enters one.
+  void setOnClick(std::function<void(std::size_t)> onClick);
+  void setOnHover(std::function<void(std::size_t)> onHover);
+
+  std::size_t rowCount() const { return count_; }
+  std::size_t selectedRow() const { return selected_; }
+  QString rowName(std::size_t row) { return source_.name(row); }
+  /// Where `row` is in the list, when it is in sight.
+  std::optional<QRectF> rowRect(std::size_t row);
+  std::optional<std::size_t> rowAt(const QPointF& point);
+  void click(std::size_t row);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+
+ private:
+  int rowHeight(std::size_t row);
+  double above(std::size_t row) const;
+  double slotHeight(std::size_t row);
+  double lastPosition();
+  double centeredPosition(std::size_t row);
+  void scrollBy(double pixels);
+  void setPosition(double position);
+  void forEachInSight(const std::function<bool(std::size_t, const QRectF&)>& visit);
+  QRectF indicatorRect();
+  void dragIndicator(double y);
+  void hover(const QPointF& point);
+
+  RowSource& source_;
+  Options options_;
+  std::size_t count_ = 0;
+  std::size_t selected_ = 0;
+  double position_ = 0;
+  std::unordered_map<std::size_t, int> heights_;  // of the rows that have been in sight
+  std::function<void(std::size_t)> onClick_;
+  std::function<void(std::size_t)> onHover_;
+  std::optional<std::size_t> hovered_;
+  std::optional<std::size_t> pressed_;
+  std::optional<double> grip_;  // where the indicator was gripped, from its top
+  QPointF pointer_;             // on the screen, when it moved last
+  QVariantAnimation scrolling_;
+};
+
+}  // namespace brimlo::ui

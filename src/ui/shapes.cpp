@@ -1,0 +1,125 @@
+#include "ui/shapes.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+namespace brimlo::ui {
+namespace {
+
+/// Blurs the lines of a plane of bytes: `count` lines, whose pixels are `step` apart.
+void blurLines(std::vector<std::uint8_t>& plane, int count, int lineStep, int length, int step,
+               int radius) {
+  const int window = 2 * radius + 1;
+  std::vector<std::uint8_t> line(static_cast<std::size_t>(length));
+  for (int y = 0; y < count; ++y) {
+    std::uint8_t* first = plane.data() + std::ptrdiff_t{y} * lineStep;
+    for (int x = 0; x < length; ++x) {
+      line[static_cast<std::size_t>(x)] = first[std::ptrdiff_t{x} * step];
+    }
+    const auto at = [&](int x) -> int {
+      return x < 0 || x >= length ? 0 : line[static_cast<std::size_t>(x)];
+    };
+    int sum = 0;
+    for (int x = -radius; x < radius; ++x) sum += at(x);
+    for (int x = 0; x < length; ++x) {
+      sum += at(x + radius);
+      first[std::ptrdiff_t{x} * step] = static_cast<std::uint8_t>(sum / window);
+      sum -= at(x - radius);
+    }
+  }
+}
+
+}  // namespace
+
+QPainterPath roundedRect(const QRectF& rect, double radius) {
+  const double half = std::min(rect.width(), rect.height()) / 2;
+  const double r = std::min(radius, half);
+  // Each corner is one cubic curve: it leaves the edge at `reach` from the corner, earlier than an
+  // arc would, and passes through the middle of the arc. Where the sides are too short to begin
+  // earlier, that makes it the arc.
+  const double reach = std::min(1.5 * r, half);
+  const double middle = r * (1 - std::sqrt(0.5));
+  const double control = (8 * middle - reach) / 3;
+  const auto [left, top, right, bottom] =
+      std::array{rect.left(), rect.top(), rect.right(), rect.bottom()};
+  QPainterPath path(QPointF(left + reach, top));
+  path.lineTo(right - reach, top);
+  path.cubicTo(right - control, top, right, top + control, right, top + reach);
+  path.lineTo(right, bottom - reach);
+  path.cubicTo(right, bottom - control, right - control, bottom, right - reach, bottom);
+  path.lineTo(left + reach, bottom);
+  path.cubicTo(left + control, bottom, left, bottom - control, left, bottom - reach);
+  path.lineTo(left, top + reach);
+  path.cubicTo(left, top + control, left + control, top, left + reach, top);
+  path.closeSubpath();
+  return path;
+}
+
+QRectF snapped(const QPainter& painter, const QRectF& rect) {
+  const QTransform toDevice = painter.deviceTransform();
+  const QRectF device = toDevice.mapRect(rect);
+  const QRectF whole(QPointF(std::round(device.left()), std::round(device.top())),
+                     QPointF(std::round(device.right()), std::round(device.bottom())));
+  return toDevice.inverted().mapRect(whole);
+}
+
+void fillRounded(QPainter& painter, const QRectF& rect, double radius, const QColor& color) {
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.fillPath(roundedRect(snapped(painter, rect), radius), color);
+}
+
+void strokeRounded(QPainter& painter, const QRectF& rect, double radius, const QColor& color,
+                   double width) {
+  const double scale = painter.deviceTransform().m11();
+  const double crisp = std::max(1.0, std::round(width * scale)) / scale;
+  const QRectF outer = snapped(painter, rect);
+  QPainterPath ring = roundedRect(outer, radius);
+  ring.addPath(roundedRect(outer.adjusted(crisp, crisp, -crisp, -crisp), radius - crisp));
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.fillPath(ring, color);
+}
+
+QImage shadowImage(QSize size, const QRectF& rect, double radius, const Shadow& shadow,
+                   double scale) {
+  const QSize pixels((QSizeF(size) * scale).toSize());
+  QImage shape(pixels, QImage::Format_Alpha8);
+  shape.fill(0);
+  {
+    QPainter painter(&shape);
+    painter.scale(scale, scale);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(roundedRect(rect.translated(shadow.offset), radius), Qt::black);
+  }
+  const int width = pixels.width(), height = pixels.height();
+  std::vector<std::uint8_t> plane(static_cast<std::size_t>(width) *
+                                  static_cast<std::size_t>(height));
+  for (int y = 0; y < height; ++y) {
+    std::copy_n(shape.constScanLine(y), width, plane.data() + std::ptrdiff_t{y} * width);
+  }
+  // Three box blurs come close to a Gaussian of this deviation.
+  const double deviation = shadow.blurRadius / 2 * scale;
+  const int box = static_cast<int>(std::lround((std::sqrt(4 * deviation * deviation + 1) - 1) / 2));
+  for (int round = 0; round < 3; ++round) {
+    blurLines(plane, height, width, width, 1, box);
+    blurLines(plane, width, 1, height, width, box);
+  }
+  QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
+  const double opacity = shadow.color.alphaF();
+  for (int y = 0; y < height; ++y) {
+    auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+    for (int x = 0; x < width; ++x) {
+      const double alpha = plane[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                                 static_cast<std::size_t>(x)] *
+                           opacity;
+      line[x] = qPremultiply(qRgba(shadow.color.red(), shadow.color.green(), shadow.color.blue(),
+                                   static_cast<int>(std::lround(alpha))));
+    }
+  }
+  image.setDevicePixelRatio(scale);
+  return image;
+}
+
+}  // namespace brimlo::ui

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QColor>
+#include <QPainter>
+#include <QRectF>
+#include <QString>
+#include <QWidget>
+
+#include "ui/text_style.h"
+
+namespace brimlo::ui {
+
+/// The size of the symbol `name` beside text of `style`.
+QSizeF symbolSize(const QString& name, const TextStyle& style);
+
+/// Draws the symbol `name`, one of those in resources/symbols, in one colour.
+void paintSymbol(QPainter& painter, const QString& name, const QRectF& rect, const QColor& color);
+
+/// A symbol in a stack. It says nothing to a screen reader: what stands beside it does.
+class Symbol : public QWidget {
+ public:
+  Symbol(QString name, const TextStyle& style, const QColor& color);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QString name_;
+  QColor color_;
+};
+
+}  // namespace brimlo::ui
