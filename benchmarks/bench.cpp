@@ -5,19 +5,13 @@
 #include <simdjson.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <functional>
-#include <random>
+#include <optional>
 #include <sstream>
-#include <thread>
 
-#include "base/text_search.h"
-#include "base/uuid.h"
+#include "measure.h"
 #include "platform/linux/posix_file_system.h"
 #include "store/clip_store.h"
 
@@ -26,78 +20,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-double milliseconds(const std::function<void()>& work) {
-  const auto begin = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin)
-      .count();
-}
-
-double median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + values.size() / 2, values.end());
-  return values[values.size() / 2];
-}
-
-struct Side {
-  std::function<void()> work;
-  std::function<void()> cleanUp = [] {};  // not timed
-};
-
-void report(const char* name, int rounds, double allowed, const Side& ours, const Side& limit) {
-  // What a side leaves to the background is over before the other begins.
-  const auto settle = [] { std::this_thread::sleep_for(std::chrono::milliseconds(30)); };
-  std::vector<double> oursMs, limitMs;
-  for (int round = 0; round <= rounds; ++round) {
-    limitMs.push_back(milliseconds(limit.work));
-    limit.cleanUp();
-    settle();
-    oursMs.push_back(milliseconds(ours.work));
-    ours.cleanUp();
-    settle();
-    if (round == 0) {  // warms up what both use
-      limitMs.clear();
-      oursMs.clear();
-    }
-  }
-  const double ratio = median(oursMs) / median(limitMs);
-  std::printf("%-34s %10.3f ms %10.3f ms %7.2f  (to reach: %.2f)%s\n", name, median(oursMs),
-              median(limitMs), ratio, allowed, ratio <= allowed ? "" : "  MISSED");
-  std::fflush(stdout);
-}
-
 class StderrLog : public SystemLog {
  public:
   void write(std::string_view message) override {
     std::fprintf(stderr, "%.*s\n", static_cast<int>(message.size()), message.data());
   }
 };
-
-/// A text of 20 to 380 characters as people copy them: words, addresses, code, other scripts.
-std::string makeText(std::mt19937& random) {
-  static constexpr std::string_view kWords[] = {
-      "the",     "quick", "clipboard", "history",  "https://example.org/a?b=1",
-      "SELECT",  "*",     "FROM",      "users",    "const auto value = lookup(key);",
-      "and",     "of",    "meeting",   "tomorrow", "\"quoted\"",
-      "return;", "\n",    "\t",        "café",     "日本語"};
-  const std::size_t length = 20 + random() % 361;
-  std::string text = std::to_string(random()) + " ";
-  const bool ascii = random() % 10 != 0;
-  while (text.size() < length) {
-    text += kWords[random() % (std::size(kWords) - (ascii ? 2 : 0))];
-    text += ' ';
-  }
-  return text;
-}
-
-std::vector<ClipPtr> makeHistory(std::size_t count) {
-  std::mt19937 random(7);
-  std::vector<ClipPtr> clips;
-  for (std::size_t i = 0; i < count; ++i) {
-    clips.push_back(std::make_shared<Clip>(Clip{
-        makeUuid(), makeText(random), 1.7e12 - static_cast<double>(i) * 1000.25, "manual", {}}));
-  }
-  return clips;
-}
 
 std::string contentOf(const std::string& path) {
   std::ostringstream content;
@@ -161,21 +89,6 @@ void benchLoad(FileSystem& files, SystemLog& log, const std::string& folder) {
          {[&] { parsed = bareParse(folder + "/clips.json"); }, [&] { parsed = {}; }});
 }
 
-void benchFilter(const ClipStore& store) {
-  const ClipList clips = store.clips().value();
-  std::size_t ours = 0, limit = 0;
-  const CaseInsensitiveSearch search("clb", "en_US");
-  report("one filter keystroke, 3 letters", 40, 2, {[&] {
-           for (const ClipPtr& clip : clips) ours += search.foundIn(clip->text);
-         }},
-         {[&] {
-           for (const ClipPtr& clip : clips) {
-             limit += memmem(clip->text.data(), clip->text.size(), "clb", 3) != nullptr;
-           }
-         }});
-  if (ours != limit) std::abort();
-}
-
 void benchHistory(const std::string& folder) {
   StderrLog log;
   PosixFileSystem files;
@@ -183,10 +96,9 @@ void benchHistory(const std::string& folder) {
   store.replaceAll(makeHistory(100'000));
   std::printf("100,000 clips of 20 to 380 characters, a file of %.1f MB\n",
               static_cast<double>(fs::file_size(store.fileURL())) / 1e6);
-  std::printf("%-34s %13s %13s %7s\n", "", "ours", "limit", "ratio");
+  printHeading();
   benchAdd("add a new text", store, folder + "/plain", Folder::kLeft);
   benchLoad(files, log, folder);
-  benchFilter(store);
   store.replaceAll(makeHistory(100));
   benchAdd("add a new text to 100 clips", store, folder + "/plain", Folder::kSynced);
 }

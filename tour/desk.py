@@ -15,7 +15,8 @@ SHOWN = 60  # characters of a text that are printed
 class Desk:
     """A virtual display with a window manager, a home of its own, and the program."""
 
-    def __init__(self, stack, brimlo, screenshots, *server_options):
+    def __init__(self, stack, brimlo, screenshots, *server_options, clips=None,
+                 manager=("openbox",)):
         self.stack = stack
         self.brimlo_path = brimlo
         self.screenshots = screenshots
@@ -34,7 +35,11 @@ class Desk:
         self.spawn("Xvfb", "-displayfd", str(writer), "-screen", "0", "1280x800x24", "-noreset",
                    *server_options, pass_fds=[writer])
         self.env["DISPLAY"] = ":" + os.read(reader, 16).decode().strip()
-        self.spawn("openbox")
+        if manager:
+            self.spawn(*manager)
+        if clips is not None:
+            self.data.mkdir(parents=True)
+            (self.data / "clips.json").write_text(json.dumps(clips))
         self.start()
 
     def spawn(self, *command, **options):

@@ -84,12 +84,20 @@ int main(int argc, char** argv) {
   QtScreens screens;
   UnixSignals signals;
 
-  const auto makePalettePanel = [&](QuickPasteViewState& state) {
+  // The palette's first showing must take no longer than the others, but fonts, symbols and the
+  // window take their time: so they are made while nobody waits.
+  std::unique_ptr<QtKeyablePanel> prepared;
+  bool paletteMade = false;
+  const auto makePanel = [&](QuickPasteViewState& state) {
+    paletteMade = true;
     auto view = std::make_unique<QuickPasteView>(
         state, [&](const char* key) { return strings.text(key); },
         [&] { return pasteboard.string().value_or(std::string()); });
     const auto opaqueShape = [view = view.get()] { return view->opaqueShape(); };
     return std::make_unique<QtKeyablePanel>(std::move(view), opaqueShape, windowServer);
+  };
+  const auto makePalettePanel = [&](QuickPasteViewState& state) {
+    return prepared ? std::move(prepared) : makePanel(state);
   };
 
   AppModel model({.accessibility = keys,
@@ -113,6 +121,12 @@ int main(int argc, char** argv) {
                   .defaults = defaults,
                   .notifications = notifications,
                   .workspace = workspace});
+
+  runLoop.asyncAfter(std::chrono::milliseconds(500), [&] {
+    if (paletteMade) return;
+    prepared = makePanel(model.quickPaste().state());
+    prepared->prepare();
+  });
 
   std::vector<std::unique_ptr<SignalSource>> quitting;
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {

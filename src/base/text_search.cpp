@@ -73,7 +73,27 @@ bool foldsToAscii(UChar32 c) {
   }
 }
 
+/// Whether the first two bytes of any of those characters stand somewhere in `text`. Without a
+/// branch, as `mayStart`.
+bool mayFoldToAscii(std::string_view text) {
+  const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+  unsigned char any = 0;
+  for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+    const unsigned char lead = bytes[i], next = bytes[i + 1];
+    any |= static_cast<unsigned char>(lead == 0xC3) & static_cast<unsigned char>(next == 0x9F);
+    any |= static_cast<unsigned char>(lead == 0xC5) &
+           static_cast<unsigned char>((next == 0x89) | (next == 0xBF));
+    any |= static_cast<unsigned char>(lead == 0xCD) & static_cast<unsigned char>(next == 0xBE);
+    any |= static_cast<unsigned char>(lead == 0xE1) &
+           static_cast<unsigned char>((next == 0xBA) | (next == 0xBF));
+    any |= static_cast<unsigned char>(lead == 0xE2) & static_cast<unsigned char>(next == 0x84);
+    any |= static_cast<unsigned char>(lead == 0xEF) & static_cast<unsigned char>(next == 0xAC);
+  }
+  return any != 0;
+}
+
 bool anyFoldsToAscii(std::string_view text) {
+  if (!mayFoldToAscii(text)) return false;
   const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
   const auto size = static_cast<std::int64_t>(text.size());
   for (std::int64_t i = 0; i < size;) {

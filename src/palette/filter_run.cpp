@@ -18,20 +18,6 @@ std::uint32_t at(const QuickPasteItems::Picks& picks, std::size_t index) {
   return picks ? (*picks)[index] : static_cast<std::uint32_t>(index);
 }
 
-/// Has the processor fetch what the search will read soon: the texts lie all over the memory.
-void prefetch(const ClipList& clips, const QuickPasteItems::Picks& picks, std::size_t index,
-              std::size_t count) {
-  constexpr std::size_t kClipAhead = 12, kTextAhead = 6, kCacheLine = 64;
-  if (index + kClipAhead < count) {
-    __builtin_prefetch(&clips[at(picks, index + kClipAhead)]->text);
-  }
-  if (index + kTextAhead < count) {
-    const char* text = clips[at(picks, index + kTextAhead)]->text.data();
-    __builtin_prefetch(text);
-    __builtin_prefetch(text + kCacheLine);
-  }
-}
-
 QuickPasteItems::Picks shared(std::vector<std::uint32_t> picks) {
   return std::make_shared<const std::vector<std::uint32_t>>(std::move(picks));
 }
@@ -56,7 +42,6 @@ bool FilterRun::advance(std::function<bool()> mustStop) {
   if (matches_.query.empty() || matches_.clips) return true;
   mustStop_ = std::move(mustStop);
   for (; next_ < clipCount_ + templateCount_; ++next_) {
-    if (next_ < clipCount_) prefetch(snapshot_.allClips, clipCandidates_, next_, clipCount_);
     const std::optional<bool> matches = currentMatches();
     if (!matches) return false;
     titleSearched_ = false;

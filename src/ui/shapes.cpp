@@ -9,27 +9,31 @@
 namespace brimlo::ui {
 namespace {
 
-/// Blurs the lines of a plane of bytes: `count` lines, whose pixels are `step` apart.
-void blurLines(std::vector<std::uint8_t>& plane, int count, int lineStep, int length, int step,
-               int radius) {
+/// A plane of bytes, row by row.
+struct Plane {
+  int width;
+  int height;
+  std::vector<std::uint8_t> bytes;
+
+  std::uint8_t* row(int y) { return bytes.data() + std::ptrdiff_t{y} * width; }
+};
+
+/// The mean of each byte and its neighbours in its row, `radius` on both sides, as the plane
+/// turned by its diagonal. Twice, it has blurred both ways.
+Plane blurredAndTurned(Plane& plane, int radius) {
+  Plane turned{plane.height, plane.width, std::vector<std::uint8_t>(plane.bytes.size())};
   const int window = 2 * radius + 1;
-  std::vector<std::uint8_t> line(static_cast<std::size_t>(length));
-  for (int y = 0; y < count; ++y) {
-    std::uint8_t* first = plane.data() + std::ptrdiff_t{y} * lineStep;
-    for (int x = 0; x < length; ++x) {
-      line[static_cast<std::size_t>(x)] = first[std::ptrdiff_t{x} * step];
-    }
-    const auto at = [&](int x) -> int {
-      return x < 0 || x >= length ? 0 : line[static_cast<std::size_t>(x)];
-    };
+  for (int y = 0; y < plane.height; ++y) {
+    const std::uint8_t* row = plane.row(y);
     int sum = 0;
-    for (int x = -radius; x < radius; ++x) sum += at(x);
-    for (int x = 0; x < length; ++x) {
-      sum += at(x + radius);
-      first[std::ptrdiff_t{x} * step] = static_cast<std::uint8_t>(sum / window);
-      sum -= at(x - radius);
+    for (int x = 0; x < std::min(radius, plane.width); ++x) sum += row[x];
+    for (int x = 0; x < plane.width; ++x) {
+      if (x + radius < plane.width) sum += row[x + radius];
+      turned.row(x)[y] = static_cast<std::uint8_t>(sum / window);
+      if (x >= radius) sum -= row[x - radius];
     }
   }
+  return turned;
 }
 
 }  // namespace
@@ -94,29 +98,23 @@ QImage shadowImage(QSize size, const QRectF& rect, double radius, const Shadow& 
     painter.fillPath(roundedRect(rect.translated(shadow.offset), radius), Qt::black);
   }
   const int width = pixels.width(), height = pixels.height();
-  std::vector<std::uint8_t> plane(static_cast<std::size_t>(width) *
-                                  static_cast<std::size_t>(height));
-  for (int y = 0; y < height; ++y) {
-    std::copy_n(shape.constScanLine(y), width, plane.data() + std::ptrdiff_t{y} * width);
-  }
+  Plane plane{width, height, std::vector<std::uint8_t>(static_cast<std::size_t>(width * height))};
+  for (int y = 0; y < height; ++y) std::copy_n(shape.constScanLine(y), width, plane.row(y));
   // Three box blurs come close to a Gaussian of this deviation.
   const double deviation = shadow.blurRadius / 2 * scale;
   const int box = static_cast<int>(std::lround((std::sqrt(4 * deviation * deviation + 1) - 1) / 2));
-  for (int round = 0; round < 3; ++round) {
-    blurLines(plane, height, width, width, 1, box);
-    blurLines(plane, width, 1, height, width, box);
-  }
+  for (int pass = 0; pass < 6; ++pass) plane = blurredAndTurned(plane, box);
   QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
-  const double opacity = shadow.color.alphaF();
+  std::array<QRgb, 256> colors;
+  for (int coverage = 0; coverage < 256; ++coverage) {
+    const int alpha = static_cast<int>(std::lround(coverage * shadow.color.alphaF()));
+    colors[static_cast<std::size_t>(coverage)] =
+        qPremultiply(qRgba(shadow.color.red(), shadow.color.green(), shadow.color.blue(), alpha));
+  }
   for (int y = 0; y < height; ++y) {
     auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-    for (int x = 0; x < width; ++x) {
-      const double alpha = plane[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                                 static_cast<std::size_t>(x)] *
-                           opacity;
-      line[x] = qPremultiply(qRgba(shadow.color.red(), shadow.color.green(), shadow.color.blue(),
-                                   static_cast<int>(std::lround(alpha))));
-    }
+    std::transform(plane.row(y), plane.row(y) + width, line,
+                   [&](std::uint8_t coverage) { return colors[coverage]; });
   }
   image.setDevicePixelRatio(scale);
   return image;

@@ -23,6 +23,12 @@ QtKeyablePanel::~QtKeyablePanel() {
   orderOut();
 }
 
+void QtKeyablePanel::prepare() {
+  content_->adjustSize();
+  content_->winId();
+  content_->grab();
+}
+
 Size QtKeyablePanel::fittingSize() const {
   content_->ensurePolished();
   const QSize hint = content_->sizeHint();

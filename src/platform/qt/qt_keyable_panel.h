@@ -22,6 +22,10 @@ class QtKeyablePanel : public KeyablePanel, private QObject {
                  WindowServer& server);
   ~QtKeyablePanel() override;
 
+  /// Makes its window and draws its content once, so that its first showing takes no longer than
+  /// the later ones.
+  void prepare();
+
   Size fittingSize() const override;
   void setContentSize(Size size) override;
   Rect frame() const override;

@@ -1,0 +1,152 @@
+// The time from the hotkey's press to the palette on screen, as another client of the X server sees
+// it: the window is mapped, and the pixels of its card have their colour. Presses the keys of a US
+// keyboard itself. Needs the program running on this display.
+//
+// usage: brimlo_hotkey_time ROUNDS
+
+#include <poll.h>
+#include <xcb/xcb.h>
+#include <xcb/xtest.h>
+
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <initializer_list>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "measure.h"
+
+namespace brimlo {
+namespace {
+
+constexpr xcb_keycode_t kShift = 50, kSuper = 133, kV = 55, kEscape = 9;
+constexpr std::uint32_t kSurface = 0x262E28;
+
+struct Free {
+  void operator()(void* memory) const { std::free(memory); }
+};
+template <typename T>
+using Owned = std::unique_ptr<T, Free>;
+
+class Watcher {
+ public:
+  Watcher() : xcb_(xcb_connect(nullptr, nullptr)) {
+    if (xcb_connection_has_error(xcb_) != 0) std::exit(2);
+    root_ = xcb_setup_roots_iterator(xcb_get_setup(xcb_)).data->root;
+    const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(xcb_, root_, XCB_CW_EVENT_MASK, &events);
+    xcb_flush(xcb_);
+  }
+  ~Watcher() { xcb_disconnect(xcb_); }
+
+  void stroke(std::initializer_list<xcb_keycode_t> keys) {
+    for (const auto key : keys) fake(XCB_KEY_PRESS, key);
+    for (auto key = std::rbegin(keys); key != std::rend(keys); ++key) {
+      fake(XCB_KEY_RELEASE, *key);
+    }
+    xcb_flush(xcb_);
+  }
+
+  /// Waits for a window as wide as the palette to be mapped.
+  std::optional<xcb_window_t> mapped() {
+    constexpr std::uint16_t kWidth = 500;
+    for (;;) {
+      const Owned<xcb_generic_event_t> event(next());
+      if (!event) return std::nullopt;
+      if ((event->response_type & 0x7F) != XCB_MAP_NOTIFY) continue;
+      const auto window = reinterpret_cast<xcb_map_notify_event_t*>(event.get())->window;
+      const Owned<xcb_get_geometry_reply_t> geometry(
+          xcb_get_geometry_reply(xcb_, xcb_get_geometry(xcb_, window), nullptr));
+      if (!geometry || geometry->width != kWidth) continue;
+      x_ = geometry->x;
+      y_ = geometry->y;
+      return window;
+    }
+  }
+
+  /// Waits until a pixel between the title and the list has the card's colour.
+  bool painted() {
+    constexpr std::int16_t kAcross = 250, kDown = 77;
+    for (int attempt = 0; attempt < 20'000; ++attempt) {
+      const Owned<xcb_get_image_reply_t> image(
+          xcb_get_image_reply(xcb_,
+                              xcb_get_image(xcb_, XCB_IMAGE_FORMAT_Z_PIXMAP, root_,
+                                            static_cast<std::int16_t>(x_ + kAcross),
+                                            static_cast<std::int16_t>(y_ + kDown), 1, 1, ~0U),
+                              nullptr));
+      if (!image) return false;
+      const std::uint8_t* pixel = xcb_get_image_data(image.get());
+      if ((pixel[2] << 16 | pixel[1] << 8 | pixel[0]) == kSurface) return true;
+    }
+    return false;
+  }
+
+  bool unmapped(xcb_window_t window) {
+    for (;;) {
+      const Owned<xcb_generic_event_t> event(next());
+      if (!event) return false;
+      if ((event->response_type & 0x7F) == XCB_UNMAP_NOTIFY &&
+          reinterpret_cast<xcb_unmap_notify_event_t*>(event.get())->window == window) {
+        return true;
+      }
+    }
+  }
+
+ private:
+  void fake(std::uint8_t type, xcb_keycode_t key) {
+    xcb_test_fake_input(xcb_, type, key, XCB_CURRENT_TIME, root_, 0, 0, 0);
+  }
+
+  /// The next event, or null after five seconds without one.
+  xcb_generic_event_t* next() {
+    constexpr int kPatienceMs = 5000;
+    if (auto* event = xcb_poll_for_event(xcb_)) return event;
+    pollfd readable{xcb_get_file_descriptor(xcb_), POLLIN, 0};
+    poll(&readable, 1, kPatienceMs);
+    return xcb_poll_for_event(xcb_);
+  }
+
+  xcb_connection_t* xcb_;
+  xcb_window_t root_ = XCB_NONE;
+  std::int16_t x_ = 0;
+  std::int16_t y_ = 0;
+};
+
+int measure(int rounds) {
+  Watcher watcher;
+  std::vector<double> times;
+  for (int round = 0; round < rounds; ++round) {
+    const auto begin = std::chrono::steady_clock::now();
+    watcher.stroke({kShift, kSuper, kV});
+    const auto window = watcher.mapped();
+    if (!window || !watcher.painted()) {
+      std::fprintf(stderr, "the palette did not appear\n");
+      return 1;
+    }
+    times.push_back(
+        std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin)
+            .count());
+    // A person looks at it; it also has the keyboard by then.
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    watcher.stroke({kEscape});
+    if (!watcher.unmapped(*window)) {
+      std::fprintf(stderr, "the palette did not close\n");
+      return 1;
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  }
+  const double first = times.front();
+  std::printf("first %.1f ms, median %.1f ms, worst of the others %.1f ms\n", first, median(times),
+              *std::max_element(times.begin() + 1, times.end()));
+  return 0;
+}
+
+}  // namespace
+}  // namespace brimlo
+
+int main(int argc, char** argv) {
+  return brimlo::measure(argc > 1 ? std::max(2, std::atoi(argv[1])) : 20);
+}
