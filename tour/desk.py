@@ -15,7 +15,7 @@ SHOWN = 60  # characters of a text that are printed
 class Desk:
     """A virtual display with a window manager, a home of its own, and the program."""
 
-    def __init__(self, stack, brimlo, screenshots, *server_options, clips=None,
+    def __init__(self, stack, brimlo, screenshots, *server_options, clips=None, templates=None,
                  manager=("openbox",)):
         self.stack = stack
         self.brimlo_path = brimlo
@@ -35,11 +35,13 @@ class Desk:
         self.spawn("Xvfb", "-displayfd", str(writer), "-screen", "0", "1280x800x24", "-noreset",
                    *server_options, pass_fds=[writer])
         self.env["DISPLAY"] = ":" + os.read(reader, 16).decode().strip()
+        self.manager = manager
         if manager:
             self.spawn(*manager)
-        if clips is not None:
-            self.data.mkdir(parents=True)
-            (self.data / "clips.json").write_text(json.dumps(clips))
+        for name, content in (("clips", clips), ("templates", templates)):
+            if content is not None:
+                self.data.mkdir(parents=True, exist_ok=True)
+                (self.data / f"{name}.json").write_text(json.dumps(content))
         self.start()
 
     def spawn(self, *command, **options):
@@ -114,7 +116,8 @@ class Desk:
                             title).stdout.decode().split()
         self.wait(search, 20)
         found = search()
-        self.run("xdotool", "windowactivate", "--sync", found[-1])
+        self.run("xdotool", *(("windowactivate", "--sync") if self.manager else ("windowfocus",)),
+                 found[-1])
         time.sleep(0.5)
         return found[-1]
 

@@ -31,10 +31,10 @@ struct Rect {
   double maxX() const { return origin.x + size.width; }
   double maxY() const { return origin.y + size.height; }
 
-  /// Whether `point` lies within; the left and the bottom edge belong to the rectangle, the right
-  /// and the top edge do not.
+  /// Whether a pointer at `point`, the top left corner of its pixel, is within: the left and the
+  /// top edge belong to the rectangle, the right and the bottom edge do not.
   bool contains(Point point) const {
-    return point.x >= minX() && point.x < maxX() && point.y >= minY() && point.y < maxY();
+    return point.x >= minX() && point.x < maxX() && point.y > minY() && point.y <= maxY();
   }
 
   bool operator==(const Rect&) const = default;

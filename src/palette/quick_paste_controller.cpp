@@ -275,8 +275,8 @@ void QuickPasteController::screensChanged() {
   const Rect frame = panel_->frame();
   const std::vector<Screen> screens = services_.screens.screens();
   const bool inSight = std::any_of(screens.begin(), screens.end(), [&](const Screen& each) {
-    return each.frame.contains(frame.origin) &&
-           each.frame.contains({frame.maxX() - 1, frame.maxY() - 1});
+    return each.frame.minX() <= frame.minX() && frame.maxX() <= each.frame.maxX() &&
+           each.frame.minY() <= frame.minY() && frame.maxY() <= each.frame.maxY();
   });
   if (!inSight) positionPanel(*panel_);
 }

@@ -24,6 +24,7 @@ class Screens {
   /// The one that a window appears on when nothing else decides.
   virtual std::optional<Screen> mainScreen() const = 0;
 
+  /// The top left corner of the pixel that the pointer is on.
   virtual Point pointerLocation() const = 0;
 
   /// Calls `onChange` whenever a screen comes, goes, or is another size or elsewhere; replaces the

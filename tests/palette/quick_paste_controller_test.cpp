@@ -268,8 +268,8 @@ TEST_F(QuickPasteControllerTest, ItHangsBelowThePointerWithinTheScreen) {
   };
   const Case cases[] = {
       {{left, right}, {640, 700}, false, {390, 243}},
-      {{left, right}, {640, 799}, false, {390, 271}},
-      {{left, right}, {0, 0}, false, {8, 48}},
+      {{left, right}, {640, 800}, false, {390, 271}},
+      {{right, left}, {0, 1}, false, {8, 48}},
       {{left, right}, {1279, 799}, false, {772, 271}},
       {{left, right}, {1300, 690}, false, {1288, 195}},
       {{right, left}, {5000, 5000}, false, {772, 271}},  // on no screen: the main one

@@ -65,10 +65,7 @@ std::optional<Screen> QtScreens::mainScreen() const {
 }
 
 Point QtScreens::pointerLocation() const {
-  // A point is within the pixel below and right of it; upwards, its lower edge would be the pixel
-  // beneath it.
-  const Point corner = fromQt(QCursor::pos());
-  return {corner.x, corner.y - 1};
+  return fromQt(QCursor::pos());
 }
 
 void QtScreens::setOnChange(std::function<void()> onChange) {
