@@ -43,7 +43,9 @@ def presentations(desk):
 
 def press_hotkey(desk):
     before = presentations(desk)
-    desk.run("xdotool", "key", "shift+super+55")  # whatever the layout, the key of V
+    # Shift, Super and V by their key codes, which are the same in every layout.
+    desk.run("xdotool", "keydown", "50", "keydown", "133", "key", "55", "keyup", "133", "keyup",
+             "50")
     shown = desk.wait(lambda: presentations(desk) > before and is_open(desk), 5)
     time.sleep(0.15)  # it has the keyboard and has been drawn
     return shown
@@ -136,7 +138,7 @@ def keys_and_pointer(desk, field):
     type_text(desk, "first")
     key(desk, "Return")
     desk.check("Home moves the caret in the filter",
-               desk.wait(lambda: field.text() == before + "the first text", 3))
+               desk.wait(lambda: field.text() == before + "the first text", 10))
     desk.feed(b"third", "xclip", "-selection", "clipboard")
     desk.wait(lambda: desk.clips()[0]["text"] == "third", 2)
     before = field.text()
@@ -161,6 +163,7 @@ def keys_and_pointer(desk, field):
     press_hotkey(desk)
     desk.run("xdotool", "mousemove", "20", "780", "click", "1")
     desk.check("a click elsewhere closes it", desk.wait(lambda: not is_open(desk), 2))
+    desk.window("field")  # the click was for the desktop
     desk.run("xdotool", "mousemove", "700", "150")
 
 
@@ -171,7 +174,7 @@ def again(desk, field):
     before = field.text()
     key(desk, "1")
     desk.check("and still pastes into the editor",
-               desk.wait(lambda: field.text() != before, 3))
+               desk.wait(lambda: field.text() != before, 10))
     before = presentations(desk)
     desk.run("xdotool", "keydown", "shift", "keydown", "super", "keydown", "v")
     time.sleep(1.2)
@@ -184,13 +187,11 @@ def again(desk, field):
         desk.check(f"it opens with {lock} on", press_hotkey(desk))
         key(desk, "Escape")
         key(desk, lock)
-    desk.run("setxkbmap", "-layout", "us,ru", "-option", "grp:menu_toggle")
-    key(desk, "Menu")
-    time.sleep(0.5)
-    desk.check("it opens under a Russian layout", press_hotkey(desk))
-    key(desk, "Escape")
-    desk.run("setxkbmap", "-layout", "us", "-option", "")
-    time.sleep(0.5)
+    for layout in "ru,us", "ru", "us":
+        desk.run("setxkbmap", "-layout", layout)
+        time.sleep(0.5)
+        desk.check(f"it opens with the layout {layout}", press_hotkey(desk))
+        key(desk, "Escape")
 
 
 def debug_signal(desk, field):
@@ -207,7 +208,7 @@ def debug_signal(desk, field):
                abs(x + width / 2 - 640) <= 1)
     key(desk, "Return")
     desk.check("a template's placeholders are filled in the editor",
-               desk.wait(lambda: field.text() == before + "Dear Ada,", 3))
+               desk.wait(lambda: field.text() == before + "Dear Ada,", 10))
 
 
 def scroll(desk):
