@@ -34,8 +34,9 @@ class EventMonitors {
  public:
   virtual ~EventMonitors() = default;
 
-  /// Shows `handler` every key pressed in a window of this program before anything else sees it,
-  /// input methods included. An event that it answers with true goes no further.
+  /// Shows `handler` every key pressed in a window of this program before the window sees it, in
+  /// order with all that is typed. An input method that composes may keep keys to itself, except
+  /// for the page keys. An event that `handler` answers with true goes no further.
   [[nodiscard]] virtual std::unique_ptr<EventMonitor> addLocalKeyDownMonitor(
       std::function<bool(const KeyDownEvent&)> handler) = 0;
 

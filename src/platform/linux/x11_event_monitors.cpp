@@ -4,6 +4,7 @@
 
 #include <QEvent>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QWindow>
 #include <utility>
 
@@ -11,6 +12,13 @@
 
 namespace brimlo {
 namespace {
+
+constexpr std::uint16_t kPageUp = 116;
+constexpr std::uint16_t kPageDown = 121;
+
+bool isPageKey(const KeyDownEvent& press) {
+  return press.keyCode == kPageUp || press.keyCode == kPageDown;
+}
 
 /// The virtual key code of what a key gives.
 std::uint16_t keyCodeOf(xkb_keysym_t symbol) {
@@ -26,10 +34,10 @@ std::uint16_t keyCodeOf(xkb_keysym_t symbol) {
       return 76;
     case XKB_KEY_Prior:
     case XKB_KEY_KP_Prior:
-      return 116;
+      return kPageUp;
     case XKB_KEY_Next:
     case XKB_KEY_KP_Next:
-      return 121;
+      return kPageDown;
     case XKB_KEY_Left:
     case XKB_KEY_KP_Left:
       return 123;
@@ -110,32 +118,44 @@ bool X11EventMonitors::nativeEventFilter(const QByteArray& type, void* message, 
   if (keyDownMonitors_.empty() || type != "xcb_generic_event_t") return false;
   const auto& event = *static_cast<const xcb_generic_event_t*>(message);
   if ((event.response_type & 0x7F) != XCB_KEY_PRESS) return false;
-  const KeyDownEvent press = translated(reinterpret_cast<const xcb_key_press_event_t&>(event));
+  const auto& press = reinterpret_cast<const xcb_key_press_event_t&>(event);
+  // The toolkit queues the keys before this one; here, others would overtake what was typed.
+  const KeyDownEvent down = translated(press.detail, press.state);
+  return isPageKey(down) && isConsumed(down);
+}
+
+bool X11EventMonitors::eventFilter(QObject* receiver, QEvent* event) {
+  if (!receiver->isWindowType()) return false;
+  if (event->type() == QEvent::MouseButtonPress) {
+    const std::uint64_t number = static_cast<QWindow*>(receiver)->winId();
+    forEach(localMouseDownMonitors_, [&](const auto& handler) { handler(number); });
+  } else if (event->type() == QEvent::KeyPress && !keyDownMonitors_.empty()) {
+    const auto& press = *static_cast<const QKeyEvent*>(event);
+    const KeyDownEvent down = translated(static_cast<xcb_keycode_t>(press.nativeScanCode()),
+                                         static_cast<std::uint16_t>(press.nativeModifiers()));
+    return !isPageKey(down) && isConsumed(down);
+  }
+  return false;
+}
+
+bool X11EventMonitors::isConsumed(const KeyDownEvent& press) {
   bool consumed = false;
   forEach(keyDownMonitors_, [&](const auto& handler) { consumed = consumed || handler(press); });
   return consumed;
 }
 
-bool X11EventMonitors::eventFilter(QObject* receiver, QEvent* event) {
-  if (event->type() == QEvent::MouseButtonPress && receiver->isWindowType()) {
-    const std::uint64_t number = static_cast<QWindow*>(receiver)->winId();
-    forEach(localMouseDownMonitors_, [&](const auto& handler) { handler(number); });
-  }
-  return false;
-}
-
-KeyDownEvent X11EventMonitors::translated(const xcb_key_press_event_t& press) {
+KeyDownEvent X11EventMonitors::translated(xcb_keycode_t key, std::uint16_t state) {
   const std::uint16_t numLock = keyboard_.modifiersOf(XKB_KEY_Num_Lock);
   const X11Keyboard::Stroke stroke =
-      keyboard_.lookUp(press.detail, press.state, XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK | numLock);
+      keyboard_.lookUp(key, state, XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK | numLock);
   KeyDownEvent event;
   event.keyCode = keyCodeOf(stroke.symbol);
   event.charactersIgnoringModifiers = stroke.text;
   const auto held = [&](xkb_keysym_t symbol) {
-    return (press.state & keyboard_.modifiersOf(symbol)) != 0;
+    return (state & keyboard_.modifiersOf(symbol)) != 0;
   };
-  if ((press.state & XCB_MOD_MASK_SHIFT) != 0) event.modifierFlags |= KeyDownEvent::kShiftFlag;
-  if ((press.state & XCB_MOD_MASK_CONTROL) != 0) event.modifierFlags |= KeyDownEvent::kControlFlag;
+  if ((state & XCB_MOD_MASK_SHIFT) != 0) event.modifierFlags |= KeyDownEvent::kShiftFlag;
+  if ((state & XCB_MOD_MASK_CONTROL) != 0) event.modifierFlags |= KeyDownEvent::kControlFlag;
   if (held(XKB_KEY_Alt_L)) event.modifierFlags |= KeyDownEvent::kOptionFlag;
   if (held(XKB_KEY_Super_L)) event.modifierFlags |= KeyDownEvent::kCommandFlag;
   return event;

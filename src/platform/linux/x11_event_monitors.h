@@ -16,9 +16,10 @@
 
 namespace brimlo {
 
-/// Keys as the toolkit's connection receives them, before the toolkit and its input methods have
-/// looked at them; clicks on windows of this program as the toolkit delivers them; all others as
-/// they come from the device.
+/// Keys as the toolkit gives them to its windows, in order with what else is typed, once input
+/// methods have had them; but the page keys as they come from the server, before any input method.
+/// Clicks on windows of this program as the toolkit delivers them; all others as they come from the
+/// device.
 class X11EventMonitors : public EventMonitors, private QAbstractNativeEventFilter, private QObject {
  public:
   /// All of it outlives the object. Needs the running `QGuiApplication`.
@@ -40,7 +41,8 @@ class X11EventMonitors : public EventMonitors, private QAbstractNativeEventFilte
 
   bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
   bool eventFilter(QObject* receiver, QEvent* event) override;
-  KeyDownEvent translated(const xcb_key_press_event_t& press);
+  bool isConsumed(const KeyDownEvent& press);
+  KeyDownEvent translated(xcb_keycode_t key, std::uint16_t state);
   void onButtonPress(std::uint32_t button);
   bool pointerOverOwnWindow();
   void watchButtons();
