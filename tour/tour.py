@@ -1,6 +1,6 @@
-"""Drives the real program on a virtual display, as a person would: other programs copy, and the
-history is looked at. Prints what it sees, leaves screenshots, and exits with 1 if anything is not
-as it should be.
+"""Drives the real program on a virtual display, as a person would: other programs copy, the
+palette is opened and pastes into an editor, and the history is looked at. Prints what it sees,
+leaves screenshots, and exits with 1 if anything is not as it should be.
 
 usage: tour.py BRIMLO SCREENSHOTS"""
 
@@ -11,6 +11,11 @@ import sys
 import time
 
 from desk import SHOWN, Desk
+
+
+TEMPLATES = [{"id": "1", "title": "Copied", "body": " (copied: {clipboard})", "createdAt": 2},
+             {"id": "2", "title": "Signature", "body": "Kind regards,\nAda, {date}",
+              "createdAt": 1}]
 
 
 def programs_copy(desk):
@@ -57,6 +62,43 @@ def programs_copy(desk):
     desk.expect_newest("chromium", "from Chromium: 😀 text")
     desk.screenshot("chromium")
     desk.end(browser)
+
+
+def palette_pastes(desk):
+    note = desk.home / "note.txt"
+    note.write_text("Notes\n")
+    editor = desk.spawn("mousepad", str(note))
+    desk.window("note.txt")
+    desk.keys("ctrl+End")
+    desk.run("xdotool", "mousemove", "640", "150")
+
+    def saved(text):
+        desk.keys("ctrl+s")
+        return desk.wait(lambda: note.read_text() == text, 3)
+
+    def open_palette():
+        desk.run("xdotool", "key", "shift+super+v")
+        time.sleep(0.5)
+
+    open_palette()
+    desk.screenshot("palette")
+    desk.run("xdotool", "type", "--delay", "30", "xsel")
+    time.sleep(0.5)
+    desk.screenshot("palette-filtered")
+    desk.run("xdotool", "key", "Return")
+    time.sleep(1)
+    desk.check("hotkey, four letters, Return: the text stands in the editor",
+               saved("Notes\nfrom xsel: 日本語"))
+    open_palette()
+    desk.run("xdotool", "key", "Tab")
+    time.sleep(0.3)
+    desk.screenshot("palette-templates")
+    desk.run("xdotool", "key", "1")
+    time.sleep(1)
+    desk.check("Tab, 1: a template, filled in, stands behind it",
+               saved("Notes\nfrom xsel: 日本語 (copied: from xsel: 日本語)"))
+    desk.screenshot("pasted")
+    desk.end(editor)
 
 
 def rules_hold(desk):
@@ -108,9 +150,12 @@ def main():
     screenshots = pathlib.Path(sys.argv[2])
     screenshots.mkdir(parents=True, exist_ok=True)
     with contextlib.ExitStack() as stack:
-        desk = Desk(stack, os.path.abspath(sys.argv[1]), screenshots)
+        desk = Desk(stack, os.path.abspath(sys.argv[1]), screenshots, templates=TEMPLATES)
+        desk.spawn("picom", "--backend", "xrender", "--config", "/dev/null")
         print("Other programs copy:")
         programs_copy(desk)
+        print("The palette:")
+        palette_pastes(desk)
         print("The rules:")
         rules_hold(desk)
         print("The process ends and starts again:")
