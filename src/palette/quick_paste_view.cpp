@@ -156,6 +156,8 @@ void QuickPasteView::observe() {
   subscriptions_.push_back(state_.section.observeDistinct([this](const QuickPasteSection& section) {
     clipsTab_->setSelected(section == QuickPasteSection::kClips);
     templatesTab_->setSelected(section == QuickPasteSection::kTemplates);
+    list_->setAccessibleName(section == QuickPasteSection::kClips ? clipsTab_->title()
+                                                                  : templatesTab_->title());
     list_->scrollToTop();
   }));
   subscriptions_.push_back(state_.keyboardNavTick.observeChanges([this](const std::int64_t&) {

@@ -22,6 +22,7 @@ class CapsuleTab : public QAbstractButton {
   void setSelected(bool selected);
   void setCount(qint64 count);
   bool isSelected() const { return selected_; }
+  const QString& title() const { return title_; }
 
   QSize sizeHint() const override;
 
