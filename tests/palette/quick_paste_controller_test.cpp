@@ -40,6 +40,19 @@ class QuickPasteControllerTest : public testing::Test {
     });
   }
 
+  QuickPasteController::Services services(const Clock& clock) {
+    return {.clock = clock,
+            .environment = surroundings,
+            .events = events,
+            .log = log,
+            .queue = loop,
+            .screens = surroundings,
+            .locale = "en_US",
+            .makePanel = [this](QuickPasteViewState&) {
+              return std::make_unique<test::FakePanel>(panel);
+            }};
+  }
+
   void present(const Texts& texts) {
     clips = texts;
     controller.present();
@@ -70,16 +83,7 @@ class QuickPasteControllerTest : public testing::Test {
   test::FakeSurroundings surroundings;
   test::FakeEventMonitors events;
   test::PanelRecord panel;
-  QuickPasteController controller{{.clock = loop,
-                                   .environment = surroundings,
-                                   .events = events,
-                                   .log = log,
-                                   .queue = loop,
-                                   .screens = surroundings,
-                                   .locale = "en_US",
-                                   .makePanel = [this](QuickPasteViewState&) {
-                                     return std::make_unique<test::FakePanel>(panel);
-                                   }}};
+  QuickPasteController controller{services(loop)};
   QuickPasteViewState& state = controller.state();
 };
 
@@ -239,17 +243,8 @@ TEST_F(QuickPasteControllerTest, ItOpensFreshlyFilledAndSaysSo) {
   EXPECT_EQ(state.query.value(), " dat");
   press(kReturn);
   EXPECT_EQ(confirmed, Texts{"template {date}"});
-  QuickPasteController bare({.clock = loop,
-                             .environment = surroundings,
-                             .events = events,
-                             .log = log,
-                             .queue = loop,
-                             .screens = surroundings,
-                             .locale = "en_US",
-                             .makePanel = [this](QuickPasteViewState&) {
-                               panel.fitting = {500, 99};
-                               return std::make_unique<test::FakePanel>(panel);
-                             }});
+  panel.fitting = {500, 99};
+  QuickPasteController bare(services(loop));
   bare.present();
   EXPECT_EQ(panel.frame.size, (Size{500, 460}));
   EXPECT_TRUE(press(kReturn));
@@ -340,16 +335,7 @@ class HastyClock : public Clock {
 
 TEST_F(QuickPasteControllerTest, AFilterUnderWayIsReplacedOrFinishedNeverQueued) {
   const HastyClock clock;
-  QuickPasteController slow({.clock = clock,
-                             .environment = surroundings,
-                             .events = events,
-                             .log = log,
-                             .queue = loop,
-                             .screens = surroundings,
-                             .locale = "en_US",
-                             .makePanel = [this](QuickPasteViewState&) {
-                               return std::make_unique<test::FakePanel>(panel);
-                             }});
+  QuickPasteController slow(services(clock));
   Texts texts;
   for (const char* end : {"one", "two", "three"}) {
     texts.push_back(std::string(std::size_t{4} << 20, '-') + end);
