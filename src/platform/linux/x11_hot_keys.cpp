@@ -46,6 +46,7 @@ class X11HotKeys::Grab : public EventHotKey {
   ~Grab() override {
     owner_.grabs_.erase(this);
     owner_.ungrab(keys);
+    if (owner_.grabs_.empty()) owner_.forgetHeldKey();
   }
 
   const std::uint32_t wantedModifiers;
@@ -72,10 +73,14 @@ std::unique_ptr<EventHandler> X11HotKeys::installEventHandler(Handler handler) {
 
 HotKeys::Registration X11HotKeys::registerEventHotKey(std::uint32_t keyCode,
                                                       std::uint32_t modifiers, EventHotKeyID id) {
-  constexpr std::int32_t kBadValue = 2;
+  constexpr std::int32_t kBadValue = 2, kBadAccess = 10;
   if (keyCode != KeyEvent::kVirtualKeyV) return {kBadValue, nullptr};
   const Keys keys = keysFor(modifiers);
   if (keys.key == 0) return {kBadValue, nullptr};
+  // The server lets a client grab a key twice, but ends both grabs at once.
+  for (const Grab* const each : grabs_) {
+    if (each->keys == keys) return {kBadAccess, nullptr};
+  }
   if (const std::uint8_t error = grab(keys)) return {error, nullptr};
   return {0, std::make_unique<Grab>(*this, modifiers, keys, id)};
 }
@@ -145,7 +150,11 @@ void X11HotKeys::onPress(const xcb_key_press_event_t& press) {
     if (held_ == press.detail) return;
     watchForRelease(press.detail);
     const EventHotKeyID id = each->hotKeyID;
-    for (InstalledHandler* const handler : std::set(handlers_)) handler->handler()(id);
+    for (InstalledHandler* const installed : std::set(handlers_)) {
+      if (handlers_.count(installed) == 0) continue;
+      const Handler handler = installed->handler();  // which may remove itself
+      handler(id);
+    }
     return;
   }
 }
@@ -153,20 +162,21 @@ void X11HotKeys::onPress(const xcb_key_press_event_t& press) {
 void X11HotKeys::watchForRelease(xcb_keycode_t key) {
   if (!rawInput_.isAvailable()) return;
   held_ = key;
-  const auto released = [this] {
-    held_ = 0;
-    rawInput_.setOnKeyRelease(nullptr);
-  };
-  rawInput_.setOnKeyRelease([key, released](xcb_keycode_t let) {
-    if (let == key) released();
+  rawInput_.setOnKeyRelease([this, key](xcb_keycode_t released) {
+    if (released == key) forgetHeldKey();
   });
   // It may have been let go before anybody watched.
   const auto request = xcb_query_keymap(x11_.xcb());
   x11_.whenReplied<xcb_query_keymap_reply_t>(
-      request.sequence, [this, key, released](const xcb_query_keymap_reply_t* down) {
-        if (down && held_ == key && (down->keys[key / 8] >> (key % 8) & 1) == 0) released();
+      request.sequence, [this, key](const xcb_query_keymap_reply_t* down) {
+        if (down && held_ == key && (down->keys[key / 8] >> (key % 8) & 1) == 0) forgetHeldKey();
       });
   x11_.flush();
+}
+
+void X11HotKeys::forgetHeldKey() {
+  held_ = 0;
+  rawInput_.setOnKeyRelease(nullptr);
 }
 
 }  // namespace brimlo

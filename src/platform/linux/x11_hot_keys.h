@@ -45,6 +45,7 @@ class X11HotKeys : public HotKeys {
   void regrab();
   void onPress(const xcb_key_press_event_t& press);
   void watchForRelease(xcb_keycode_t key);
+  void forgetHeldKey();
 
   X11Connection& x11_;
   X11Keyboard& keyboard_;
