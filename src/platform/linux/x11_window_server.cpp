@@ -23,17 +23,14 @@ void X11WindowServer::takeKeyboard(std::uint64_t window, std::function<void()> o
   state_ = State::kUntilMapped;
   const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_FOCUS_CHANGE;
   xcb_change_window_attributes(x11_.xcb(), window_, XCB_CW_EVENT_MASK, &events);
-  const auto attributes =
-      x11_.waitFor(xcb_get_window_attributes_reply, xcb_get_window_attributes(x11_.xcb(), window_));
-  if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE) onMapped();
+  if (isViewable(window_)) onMapped();
 }
 
 void X11WindowServer::giveKeyboardBack(std::uint64_t window) {
   if (static_cast<xcb_window_t>(window) != window_) return;
   const State was = std::exchange(state_, State::kIdle);
-  if (was != State::kHasKeyboard) return;
-  const auto focus = x11_.waitFor(xcb_get_input_focus_reply, xcb_get_input_focus(x11_.xcb()));
-  if (focus && focus->focus == window_) restoreFocus();
+  onLost_ = nullptr;
+  if (was == State::kHasKeyboard && hasFocus()) restoreFocus();
   workspace_.releaseFront();
 }
 
@@ -52,10 +49,9 @@ void X11WindowServer::handle(const xcb_generic_event_t& event) {
       }
       break;
     case XCB_UNMAP_NOTIFY:
-      // Hidden, perhaps on the way to being shown anew; the focus goes wherever the server says.
       if (state_ != State::kIdle &&
           reinterpret_cast<const xcb_unmap_notify_event_t&>(event).window == window_) {
-        state_ = State::kUntilMapped;
+        onUnmapped();
       }
       break;
     case XCB_DESTROY_NOTIFY:
@@ -80,6 +76,12 @@ void X11WindowServer::onMapped() {
   });
 }
 
+void X11WindowServer::onUnmapped() {
+  const State was = std::exchange(state_, State::kUntilMapped);
+  // Hidden and shown again at once, the window takes the focus anew when that is told.
+  if (was == State::kHasKeyboard && !isViewable(window_)) lose();
+}
+
 void X11WindowServer::takeAt(xcb_timestamp_t time) {
   const auto focus = x11_.waitFor(xcb_get_input_focus_reply, xcb_get_input_focus(x11_.xcb()));
   if (focus && focus->focus != window_) {
@@ -88,9 +90,14 @@ void X11WindowServer::takeAt(xcb_timestamp_t time) {
     workspace_.holdFront();
   }
   takenAt_ = time;
-  state_ = State::kHasKeyboard;
   xcb_set_input_focus(x11_.xcb(), XCB_INPUT_FOCUS_PARENT, window_, time);
-  x11_.flush();
+  if (hasFocus()) {
+    state_ = State::kHasKeyboard;
+  } else if (isViewable(window_)) {
+    lose();  // to somebody who was later
+  } else {
+    state_ = State::kUntilMapped;
+  }
 }
 
 void X11WindowServer::onFocusOut(const xcb_focus_out_event_t& event) {
@@ -99,19 +106,20 @@ void X11WindowServer::onFocusOut(const xcb_focus_out_event_t& event) {
   const bool within =
       event.detail == XCB_NOTIFY_DETAIL_INFERIOR || event.detail == XCB_NOTIFY_DETAIL_POINTER;
   if (event.event != window_ || state_ != State::kHasKeyboard || grabbed || within) return;
+  lose();
+}
+
+void X11WindowServer::lose() {
   state_ = State::kIdle;
   workspace_.releaseFront();
-  if (const auto lost = onLost_) lost();
+  if (const auto lost = std::exchange(onLost_, nullptr)) lost();
 }
 
 /// With the time at which the focus was taken: whatever the person has chosen since, by a click
 /// say, is newer and wins, also when the window manager comes to it only later.
 void X11WindowServer::restoreFocus() {
   const bool isWindow = before_ > XCB_INPUT_FOCUS_POINTER_ROOT;
-  const auto attributes = isWindow ? x11_.waitFor(xcb_get_window_attributes_reply,
-                                                  xcb_get_window_attributes(x11_.xcb(), before_))
-                                   : nullptr;
-  const bool there = !isWindow || (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE);
+  const bool there = !isWindow || isViewable(before_);
   if (!there) {
     before_ = XCB_INPUT_FOCUS_POINTER_ROOT;
     beforeRevertsTo_ = XCB_INPUT_FOCUS_POINTER_ROOT;
@@ -121,7 +129,18 @@ void X11WindowServer::restoreFocus() {
     if (const auto front = workspace_.frontmostApplication()) workspace_.activate(*front);
   }
   // The window may be hidden, on another connection, once the server has done it.
-  x11_.waitFor(xcb_get_input_focus_reply, xcb_get_input_focus(x11_.xcb()));
+  hasFocus();
+}
+
+bool X11WindowServer::hasFocus() {
+  const auto focus = x11_.waitFor(xcb_get_input_focus_reply, xcb_get_input_focus(x11_.xcb()));
+  return focus && focus->focus == window_;
+}
+
+bool X11WindowServer::isViewable(xcb_window_t window) {
+  const auto attributes =
+      x11_.waitFor(xcb_get_window_attributes_reply, xcb_get_window_attributes(x11_.xcb(), window));
+  return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
 }  // namespace brimlo

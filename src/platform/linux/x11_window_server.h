@@ -33,9 +33,13 @@ class X11WindowServer : public WindowServer {
 
   void handle(const xcb_generic_event_t& event);
   void onMapped();
+  void onUnmapped();
   void takeAt(xcb_timestamp_t time);
   void onFocusOut(const xcb_focus_out_event_t& event);
+  void lose();
   void restoreFocus();
+  bool hasFocus();
+  bool isViewable(xcb_window_t window);
 
   X11Connection& x11_;
   X11Workspace& workspace_;
