@@ -88,6 +88,11 @@ void X11WindowServer::takeAt(xcb_timestamp_t time) {
     before_ = focus->focus;
     beforeRevertsTo_ = focus->revert_to;
     workspace_.holdFront();
+    // On the way from one application to the next, the focus is with a window of the manager's.
+    const auto front = workspace_.frontmostApplication();
+    if (front && workspace_.focusedTopLevel() != front->window) {
+      before_ = static_cast<xcb_window_t>(front->window);
+    }
   }
   takenAt_ = time;
   xcb_set_input_focus(x11_.xcb(), XCB_INPUT_FOCUS_PARENT, window_, time);
