@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/key_events.h"
+#include "platform/linux/xcb_xkb.h"
 
 namespace brimlo {
 namespace {
@@ -61,10 +62,18 @@ X11HotKeys::X11HotKeys(X11Connection& x11, X11Keyboard& keyboard, X11RawInput& r
                        SystemLog& log)
     : x11_(x11), keyboard_(keyboard), rawInput_(rawInput), log_(log) {
   x11_.addEventHandler([this](const xcb_generic_event_t& event) {
-    if ((event.response_type & 0x7F) != XCB_KEY_PRESS) return;
-    onPress(reinterpret_cast<const xcb_key_press_event_t&>(event));
+    const std::uint8_t type = event.response_type & 0x7F;
+    const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
+    if (type == XCB_KEY_PRESS) onPress(key);
+    if (type == XCB_KEY_RELEASE && key.detail == held_) forgetHeldKey();
   });
   keyboard_.addChangeHandler([this] { regrab(); });
+  if (!keyboard_.isReadable()) return;
+  // Otherwise every repeat comes with a release that never was.
+  constexpr std::uint32_t kFlag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
+  x11_.waitFor(
+      xcb_xkb_per_client_flags_reply,
+      xcb_xkb_per_client_flags(x11_.xcb(), XCB_XKB_ID_USE_CORE_KBD, kFlag, kFlag, 0, 0, 0));
 }
 
 std::unique_ptr<EventHandler> X11HotKeys::installEventHandler(Handler handler) {
@@ -144,11 +153,13 @@ void X11HotKeys::onPress(const xcb_key_press_event_t& press) {
   for (Grab* const each : grabs_) {
     const auto modifiers = static_cast<std::uint16_t>(press.state & 0xFF & ~each->keys.locks);
     if (press.detail != each->keys.key || modifiers != each->keys.modifiers) continue;
+    // The release is told to the grab while that lasts, and by the device afterwards, not both.
+    const bool repeated = held_ == press.detail;
+    if (!repeated) watchForRelease(press.detail);
     // What is typed next is for whatever has the keyboard by then, this key held down or not.
     xcb_ungrab_keyboard(x11_.xcb(), XCB_CURRENT_TIME);
     x11_.flush();
-    if (held_ == press.detail) return;
-    watchForRelease(press.detail);
+    if (repeated) return;
     const EventHotKeyID id = each->hotKeyID;
     for (InstalledHandler* const installed : std::set(handlers_)) {
       if (handlers_.count(installed) == 0) continue;
@@ -165,13 +176,6 @@ void X11HotKeys::watchForRelease(xcb_keycode_t key) {
   rawInput_.setOnKeyRelease([this, key](xcb_keycode_t released) {
     if (released == key) forgetHeldKey();
   });
-  // It may have been let go before anybody watched.
-  const auto request = xcb_query_keymap(x11_.xcb());
-  x11_.whenReplied<xcb_query_keymap_reply_t>(
-      request.sequence, [this, key](const xcb_query_keymap_reply_t* down) {
-        if (down && held_ == key && (down->keys[key / 8] >> (key % 8) & 1) == 0) forgetHeldKey();
-      });
-  x11_.flush();
 }
 
 void X11HotKeys::forgetHeldKey() {
