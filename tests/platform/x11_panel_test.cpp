@@ -178,10 +178,12 @@ TEST_F(X11PanelTest, AHotKeyIsPressedOnceWhicheverLocksAreOnAndHoweverLongItIsHe
     run(toggle);
   }
   presses = 0;
-  run("xset r rate 100 50; xdotool keydown 50 keydown 133 keydown 55; for i in 1 2 3 4 5; do "
-      "sleep 0.2; xdotool keyup 55 keydown 55; done; xdotool keyup 55 keyup 133 keyup 50");
+  run("xset r rate 100 50; xdotool keydown 50 keydown 133 keydown 55; sleep 0.5");
+  EXPECT_EQ(presses, 1) << "held";
+  const QString again = "sleep 0.3; xdotool keyup 55 keydown 55 keyup 55 keyup 133 keyup 50";
+  QProcess::execute("sh", {"-c", again});  // with the program too busy to look
   settle();
-  EXPECT_EQ(presses, 6) << "held, let go, held and so on";
+  EXPECT_EQ(presses, 2) << "let go and pressed again between two repeats";
 }
 
 TEST_F(X11PanelTest, AHotKeyReachesNobodyElse) {
