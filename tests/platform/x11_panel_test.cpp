@@ -284,8 +284,10 @@ TEST_F(X11PanelTest, TheLossOfTheKeyboardIsToldOnceAndTheFrontIsLiveAgain) {
   open("Second", "+0+400");
   takeKeyboard();
   EXPECT_EQ(front(), "Second");
-  activate("First");
-  EXPECT_TRUE(wait([&] { return losses == 1 && front() == "First"; }));
+  EXPECT_TRUE(wait([&] {
+    if (losses == 0) activate("First");
+    return losses == 1 && front() == "First";
+  }));
   giveKeyboardBack();
   settle();
   EXPECT_EQ(front(), "First");

@@ -90,7 +90,7 @@ void X11WindowServer::takeAt(xcb_timestamp_t time) {
     workspace_.holdFront();
     // On the way from one application to the next, the focus is with a window of the manager's.
     const auto front = workspace_.frontmostApplication();
-    if (front && workspace_.focusedTopLevel() != front->window) {
+    if (front && workspace_.topLevelOf(before_) != front->window) {
       before_ = static_cast<xcb_window_t>(front->window);
     }
   }

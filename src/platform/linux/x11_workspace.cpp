@@ -96,11 +96,13 @@ xcb_window_t X11Workspace::frontWindow() {
 
 xcb_window_t X11Workspace::focusedTopLevel() {
   const auto focus = x11_.waitFor(xcb_get_input_focus_reply, xcb_get_input_focus(x11_.xcb()));
+  return focus ? topLevelOf(focus->focus) : static_cast<xcb_window_t>(XCB_NONE);
+}
+
+xcb_window_t X11Workspace::topLevelOf(xcb_window_t window) {
   // The focus may also be nowhere, or wherever the pointer is; neither names an application.
-  if (!focus || focus->focus <= XCB_INPUT_FOCUS_POINTER_ROOT || focus->focus == x11_.root()) {
-    return XCB_NONE;
-  }
-  for (xcb_window_t window = focus->focus;;) {
+  if (window <= XCB_INPUT_FOCUS_POINTER_ROOT || window == x11_.root()) return XCB_NONE;
+  for (;;) {
     // A window manager that is no more has left its mark on the client's window.
     if (numberProperty(x11_, window, x11_.atoms().wmState, XCB_GET_PROPERTY_TYPE_ANY))
       return window;

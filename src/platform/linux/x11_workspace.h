@@ -26,14 +26,15 @@ class X11Workspace : public Workspace {
   void holdFront();
   void releaseFront();
 
-  /// The window of an application in which the keyboard is; none when it is in no window.
-  xcb_window_t focusedTopLevel();
+  /// The window of an application that `window` is in or is; none when it is in no window.
+  xcb_window_t topLevelOf(xcb_window_t window);
 
   /// Whether the keyboard goes to a window of this process.
   bool ownWindowInFront();
 
  private:
   xcb_window_t frontWindow();
+  xcb_window_t focusedTopLevel();
   bool hasWindowManager();
   void activateAt(xcb_window_t window, xcb_timestamp_t time);
   void askManager(xcb_window_t window, xcb_atom_t what, std::array<std::uint32_t, 2> data);
