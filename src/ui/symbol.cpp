@@ -1,5 +1,6 @@
 #include "ui/symbol.h"
 
+#include <QHash>
 #include <QPixmap>
 #include <QPixmapCache>
 #include <QSvgRenderer>
@@ -18,7 +19,9 @@ QString fileOf(const QString& name) {
 QSizeF symbolSize(const QString& name, const TextStyle& style) {
   // Drawn a little higher than capitals, as symbols beside text are.
   constexpr double kHeight = 1.25;
-  const QSizeF drawn = QSvgRenderer(fileOf(name)).viewBoxF().size();
+  static QHash<QString, QSizeF> known;  // reading a drawing takes long, and rows ask in every frame
+  QSizeF& drawn = known[name];
+  if (drawn.isEmpty()) drawn = QSvgRenderer(fileOf(name)).viewBoxF().size();
   const double height = std::round(style.size * kHeight);
   return {std::round(height * drawn.width() / drawn.height()), height};
 }

@@ -2,15 +2,29 @@
 
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QGuiApplication>
+#include <QHash>
 
 namespace brimlo::ui {
+namespace {
+
+/// The family with rounded letters that belongs to that of `font`, else that of `font`. Asking for
+/// it takes long, and it is asked for in every frame.
+QString roundedFamily(const QFont& font) {
+  static QHash<QString, QString> known;
+  QString& rounded = known[font.family()];
+  if (rounded.isEmpty()) {
+    const QString family = QFontInfo(font).family();
+    rounded = QFontDatabase::hasFamily(family + " Rounded") ? family + " Rounded" : family;
+  }
+  return rounded;
+}
+
+}  // namespace
 
 QFont font(const TextStyle& style) {
-  QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
-  if (style.rounded) {
-    const QString rounded = QFontInfo(font).family() + " Rounded";
-    if (QFontDatabase::hasFamily(rounded)) font.setFamily(rounded);
-  }
+  QFont font = QGuiApplication::font();
+  if (style.rounded) font.setFamily(roundedFamily(font));
   font.setPixelSize(style.size);
   font.setWeight(style.weight);
   return font;
