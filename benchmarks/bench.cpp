@@ -93,13 +93,13 @@ void benchHistory(const std::string& folder) {
   StderrLog log;
   PosixFileSystem files;
   ClipStore store(files, log, folder);
-  store.replaceAll(makeHistory(100'000));
+  store.replaceAll(ClipList(makeHistory(100'000)));
   std::printf("100,000 clips of 20 to 380 characters, a file of %.1f MB\n",
               static_cast<double>(fs::file_size(store.fileURL())) / 1e6);
   printHeading();
   benchAdd("add a new text", store, folder + "/plain", Folder::kLeft);
   benchLoad(files, log, folder);
-  store.replaceAll(makeHistory(100));
+  store.replaceAll(ClipList(makeHistory(100)));
   benchAdd("add a new text to 100 clips", store, folder + "/plain", Folder::kSynced);
 }
 

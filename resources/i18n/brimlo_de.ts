@@ -78,10 +78,28 @@
         <extracomment>Quick paste palette title</extracomment>
         <translation>Schnell einfügen</translation>
     </message>
+    <message id="sync.status.applied_iphone">
+        <source></source>
+        <extracomment>Sync status: applied iPhone copy</extracomment>
+        <translation>Text vom Telefon kopiert</translation>
+    </message>
+    <message id="sync.status.done" numerus="yes">
+        <source></source>
+        <extracomment>Sync status: done with count</extracomment>
+        <translation>
+            <numerusform>Abgeglichen, %Ln Eintrag</numerusform>
+            <numerusform>Abgeglichen, %Ln Einträge</numerusform>
+        </translation>
+    </message>
     <message id="sync.status.idle">
         <source></source>
         <extracomment>Sync status: not synced</extracomment>
         <translation>Noch nicht synchronisiert</translation>
+    </message>
+    <message id="sync.status.unavailable">
+        <source></source>
+        <extracomment>Sync status: iCloud unavailable</extracomment>
+        <translation>Abgleich nicht möglich</translation>
     </message>
 </context>
 </TS>

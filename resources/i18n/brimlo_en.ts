@@ -78,10 +78,28 @@
         <extracomment>Quick paste palette title</extracomment>
         <translation>Quick Paste</translation>
     </message>
+    <message id="sync.status.applied_iphone">
+        <source></source>
+        <extracomment>Sync status: applied iPhone copy</extracomment>
+        <translation>Copied what your phone sent</translation>
+    </message>
+    <message id="sync.status.done" numerus="yes">
+        <source></source>
+        <extracomment>Sync status: done with count</extracomment>
+        <translation>
+            <numerusform>Synced, %Ln clip</numerusform>
+            <numerusform>Synced, %Ln clips</numerusform>
+        </translation>
+    </message>
     <message id="sync.status.idle">
         <source></source>
         <extracomment>Sync status: not synced</extracomment>
         <translation>Not synced yet</translation>
+    </message>
+    <message id="sync.status.unavailable">
+        <source></source>
+        <extracomment>Sync status: iCloud unavailable</extracomment>
+        <translation>Sync is not available</translation>
     </message>
 </context>
 </TS>

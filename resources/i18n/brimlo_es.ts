@@ -78,10 +78,28 @@
         <extracomment>Quick paste palette title</extracomment>
         <translation>Pegado rápido</translation>
     </message>
+    <message id="sync.status.applied_iphone">
+        <source></source>
+        <extracomment>Sync status: applied iPhone copy</extracomment>
+        <translation>Copiado el texto del teléfono</translation>
+    </message>
+    <message id="sync.status.done" numerus="yes">
+        <source></source>
+        <extracomment>Sync status: done with count</extracomment>
+        <translation>
+            <numerusform>Sincronizado, %Ln recorte</numerusform>
+            <numerusform>Sincronizados, %Ln recortes</numerusform>
+        </translation>
+    </message>
     <message id="sync.status.idle">
         <source></source>
         <extracomment>Sync status: not synced</extracomment>
         <translation>Aún sin sincronizar</translation>
+    </message>
+    <message id="sync.status.unavailable">
+        <source></source>
+        <extracomment>Sync status: iCloud unavailable</extracomment>
+        <translation>Sincronización no disponible</translation>
     </message>
 </context>
 </TS>

@@ -78,10 +78,28 @@
         <extracomment>Quick paste palette title</extracomment>
         <translation>Collage rapide</translation>
     </message>
+    <message id="sync.status.applied_iphone">
+        <source></source>
+        <extracomment>Sync status: applied iPhone copy</extracomment>
+        <translation>Texte du téléphone copié</translation>
+    </message>
+    <message id="sync.status.done" numerus="yes">
+        <source></source>
+        <extracomment>Sync status: done with count</extracomment>
+        <translation>
+            <numerusform>Synchronisé, %Ln extrait</numerusform>
+            <numerusform>Synchronisé, %Ln extraits</numerusform>
+        </translation>
+    </message>
     <message id="sync.status.idle">
         <source></source>
         <extracomment>Sync status: not synced</extracomment>
         <translation>Pas encore synchronisé</translation>
+    </message>
+    <message id="sync.status.unavailable">
+        <source></source>
+        <extracomment>Sync status: iCloud unavailable</extracomment>
+        <translation>Synchronisation indisponible</translation>
     </message>
 </context>
 </TS>

@@ -78,10 +78,27 @@
         <extracomment>Quick paste palette title</extracomment>
         <translation>クイックペースト</translation>
     </message>
+    <message id="sync.status.applied_iphone">
+        <source></source>
+        <extracomment>Sync status: applied iPhone copy</extracomment>
+        <translation>電話からのテキストをコピーしました</translation>
+    </message>
+    <message id="sync.status.done" numerus="yes">
+        <source></source>
+        <extracomment>Sync status: done with count</extracomment>
+        <translation>
+            <numerusform>同期済み、%Ln件</numerusform>
+        </translation>
+    </message>
     <message id="sync.status.idle">
         <source></source>
         <extracomment>Sync status: not synced</extracomment>
         <translation>未同期</translation>
+    </message>
+    <message id="sync.status.unavailable">
+        <source></source>
+        <extracomment>Sync status: iCloud unavailable</extracomment>
+        <translation>同期できません</translation>
     </message>
 </context>
 </TS>

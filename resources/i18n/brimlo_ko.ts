@@ -78,10 +78,27 @@
         <extracomment>Quick paste palette title</extracomment>
         <translation>빠른 붙여넣기</translation>
     </message>
+    <message id="sync.status.applied_iphone">
+        <source></source>
+        <extracomment>Sync status: applied iPhone copy</extracomment>
+        <translation>전화에서 보낸 텍스트를 복사함</translation>
+    </message>
+    <message id="sync.status.done" numerus="yes">
+        <source></source>
+        <extracomment>Sync status: done with count</extracomment>
+        <translation>
+            <numerusform>동기화됨, %Ln개</numerusform>
+        </translation>
+    </message>
     <message id="sync.status.idle">
         <source></source>
         <extracomment>Sync status: not synced</extracomment>
         <translation>아직 동기화되지 않음</translation>
+    </message>
+    <message id="sync.status.unavailable">
+        <source></source>
+        <extracomment>Sync status: iCloud unavailable</extracomment>
+        <translation>동기화할 수 없음</translation>
     </message>
 </context>
 </TS>

@@ -10,6 +10,7 @@ namespace {
 constexpr const char* kAutoApplyKey = "autoApplyFromiPhone";
 constexpr const char* kQuickPasteEnabledKey = "quickPasteEnabled";
 constexpr const char* kExcludePasswordsKey = "excludePasswords";
+constexpr std::chrono::seconds kSyncInterval{30};
 
 }  // namespace
 
@@ -18,8 +19,6 @@ AppModel::AppModel(const Services& services)
       store_(services.files, services.log, services.dataFolder),
       templateStore_(services.files, services.log, services.dataFolder),
       monitor_(services.pasteboard, services.timers, services.queue),
-      syncStatus_(services.strings.text("sync.status.idle")),
-      isSyncing_(false),
       hotKey_(services.hotKeys, services.queue, services.log),
       quickPaste_({.clock = services.clock,
                    .environment = services.environment,
@@ -30,6 +29,13 @@ AppModel::AppModel(const Services& services)
                    .locale = services.locale,
                    .makePanel = services.makePalettePanel}),
       launchMs_(services.clock.nowMs()),
+      sync_({.background = services.background,
+             .cloud = services.cloud,
+             .entitlements = services.entitlements,
+             .log = services.log,
+             .queue = services.queue,
+             .strings = services.strings},
+            store_, templateStore_, launchMs_),
       autoApply_(services.defaults.boolForKey(kAutoApplyKey).value_or(true)),
       quickPasteEnabled_(services.defaults.boolForKey(kQuickPasteEnabledKey).value_or(true)),
       excludePasswords_(services.defaults.boolForKey(kExcludePasswordsKey).value_or(false)),
@@ -54,6 +60,7 @@ AppModel::AppModel(const Services& services)
                         anchor_.guard([this](const std::string& text, const std::string& source) {
                           pasteText(text, source);
                         }));
+  connectSync();
 }
 
 void AppModel::setAutoApply(bool enabled) {
@@ -111,6 +118,16 @@ void AppModel::connectPalette() {
   hotKey_.setOnPressed(anchor_.guard([this] { hotKeyPressed(); }));
 }
 
+void AppModel::connectSync() {
+  sync_.setOnActionClip([this](const Clip& clip) {
+    if (autoApply_.value()) monitor_.writeOwnText(clip.text);
+    return autoApply_.value();
+  });
+  syncTimer_ =
+      services_.timers.scheduleRepeating(kSyncInterval, anchor_.guard([this] { syncNow(); }));
+  syncNow();
+}
+
 void AppModel::hotKeyPressed() {
   quickPasteTargetApp_ = services_.workspace.frontmostApplication();
   const bool named = quickPasteTargetApp_ && !quickPasteTargetApp_->bundleIdentifier.empty();
@@ -130,6 +147,7 @@ void AppModel::showDebugPalette() {
 
 void AppModel::quit() {
   monitor_.stop();
+  syncTimer_.reset();
   hotKey_.unregisterHotKey();
   store_.saveUnsaved();
   services_.application.terminate();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -12,7 +13,10 @@
 #include "palette/quick_paste_controller.h"
 #include "platform/accessibility.h"
 #include "platform/application.h"
+#include "platform/background_queue.h"
 #include "platform/clock.h"
+#include "platform/cloud_database.h"
+#include "platform/entitlements.h"
 #include "platform/environment.h"
 #include "platform/event_monitors.h"
 #include "platform/file_system.h"
@@ -30,6 +34,7 @@
 #include "platform/workspace.h"
 #include "store/clip_store.h"
 #include "store/template_store.h"
+#include "sync/sync_scheduler.h"
 
 namespace brimlo {
 
@@ -37,7 +42,10 @@ namespace brimlo {
 struct Services {
   Accessibility& accessibility;
   Application& application;
+  BackgroundQueue& background;
   const Clock& clock;
+  CloudDatabase& cloud;
+  const Entitlements& entitlements;
   const Environment& environment;
   EventMonitors& events;
   FileSystem& files;
@@ -64,7 +72,7 @@ struct Services {
 class AppModel {
  public:
   /// Starts everything: loads the history, reads the settings, begins to watch the pasteboard,
-  /// takes the hotkey.
+  /// takes the hotkey, and syncs, now and every half minute.
   explicit AppModel(const Services& services);
 
   ClipStore& store() { return store_; }
@@ -72,8 +80,8 @@ class AppModel {
   ClipboardMonitor& monitor() { return monitor_; }
   QuickPasteController& quickPaste() { return quickPaste_; }
 
-  const Published<std::string>& syncStatus() const { return syncStatus_; }
-  const Published<bool>& isSyncing() const { return isSyncing_; }
+  const Published<std::string>& syncStatus() const { return sync_.syncStatus(); }
+  const Published<bool>& isSyncing() const { return sync_.isSyncing(); }
   /// When the model started: milliseconds since 1970.
   double launchMs() const { return launchMs_; }
 
@@ -97,11 +105,15 @@ class AppModel {
   /// history with `source`.
   void pasteText(const std::string& text, const std::string& source);
 
+  /// Starts a sync run, unless there is one.
+  void syncNow() { sync_.syncNow(); }
+
   /// Stops what runs, makes a last attempt at anything unsaved, and ends the process.
   void quit();
 
  private:
   void connectPalette();
+  void connectSync();
   void hotKeyPressed();
   void showDebugPalette();
   void applyQuickPasteEnabled();
@@ -110,13 +122,13 @@ class AppModel {
   ClipStore store_;
   TemplateStore templateStore_;
   ClipboardMonitor monitor_;
-  Published<std::string> syncStatus_;
-  Published<bool> isSyncing_;
   HotKeyManager hotKey_;
   QuickPasteController quickPaste_;
   // The application that the next paste goes to; none until one is remembered.
   std::optional<RunningApplication> quickPasteTargetApp_;
   double launchMs_;
+  SyncScheduler sync_;
+  std::unique_ptr<RepeatingTimer> syncTimer_;
   Published<bool> autoApply_;
   Published<bool> quickPasteEnabled_;
   Published<bool> excludePasswords_;

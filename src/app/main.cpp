@@ -1,8 +1,13 @@
+#include <malloc.h>
+
 #include <QApplication>
+#include <chrono>
 #include <csignal>
+#include <cstdlib>
 
 #include "app/app_model.h"
 #include "palette/quick_paste_view.h"
+#include "platform/cloud/account_database.h"
 #include "platform/linux/dbus_notifications.h"
 #include "platform/linux/folder_lock.h"
 #include "platform/linux/ini_user_defaults.h"
@@ -12,6 +17,7 @@
 #include "platform/linux/system_clock.h"
 #include "platform/linux/unix_signals.h"
 #include "platform/linux/user_locale.h"
+#include "platform/linux/worker_thread.h"
 #include "platform/linux/x11_connection.h"
 #include "platform/linux/x11_event_monitors.h"
 #include "platform/linux/x11_hot_keys.h"
@@ -22,14 +28,36 @@
 #include "platform/linux/x11_window_server.h"
 #include "platform/linux/x11_workspace.h"
 #include "platform/linux/xdg_folders.h"
+#include "platform/qt/qt_entitlements.h"
 #include "platform/qt/qt_keyable_panel.h"
 #include "platform/qt/qt_run_loop.h"
 #include "platform/qt/qt_screens.h"
 #include "platform/qt/qt_strings.h"
 #include "store/guarded_file.h"
+#include "store/template_file.h"
+#include "sync/record_conversions.h"
 #include "ui/accessibility.h"
 
 using namespace brimlo;
+
+namespace {
+
+/// How long a sync run in the background may hold up the end of the program.
+constexpr std::chrono::seconds kLastRun{1};
+
+/// The templates that this machine has, for a database that has none yet.
+std::vector<RecordPtr> localTemplates(const std::string& dataFolder) {
+  std::vector<RecordPtr> records;
+  const auto file = PosixFileSystem().read(dataFolder + "/templates.json");
+  if (!file.contents) return records;
+  for (const Template& found :
+       decodeTemplates(*file.contents).value.value_or(std::vector<Template>())) {
+    records.push_back(std::make_shared<CloudRecord>(recordFromTemplate(found)));
+  }
+  return records;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   // Writing to a server or a terminal that has gone away is an error to deal with, not an end.
@@ -83,6 +111,11 @@ int main(int argc, char** argv) {
                     strings);
   QtScreens screens;
   UnixSignals signals;
+  const QtEntitlements entitlements;
+  AccountDatabase cloud(
+      {.accountFile = settingsFolder + "/account", .embedded = dataFolder + "/sync.sqlite"},
+      [dataFolder] { return localTemplates(dataFolder); }, PostgresPatience{}, log);
+  WorkerThread worker;
 
   // The palette's first showing must take no longer than the others, but fonts, symbols and the
   // window take their time: so they are made while nobody waits.
@@ -102,7 +135,10 @@ int main(int argc, char** argv) {
 
   AppModel model({.accessibility = keys,
                   .application = runLoop,
+                  .background = worker,
                   .clock = clock,
+                  .cloud = cloud,
+                  .entitlements = entitlements,
                   .environment = environment,
                   .events = events,
                   .files = files,
@@ -127,6 +163,8 @@ int main(int argc, char** argv) {
     prepared = makePanel(model.quickPaste().state());
     prepared->prepare();
   });
+  // Reading the history and the first sync run take memory that nobody needs again.
+  runLoop.asyncAfter(std::chrono::seconds(2), [] { malloc_trim(0); });
 
   std::vector<std::unique_ptr<SignalSource>> quitting;
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
@@ -139,6 +177,13 @@ int main(int argc, char** argv) {
     model.quit();
   });
 
-  const int status = application.exec();
-  return serverLost ? 1 : status;
+  int status = application.exec();
+  if (serverLost) status = 1;
+  if (worker.finish(kLastRun) == WorkerThread::Ending::kHanging) {
+    // A name service or a disk that does not answer; what the run had done so far is kept or not,
+    // but whole either way.
+    log.write("left a sync run unfinished");
+    std::_Exit(status);
+  }
+  return status;
 }

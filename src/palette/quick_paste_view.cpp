@@ -122,7 +122,7 @@ QRegion QuickPasteView::opaqueShape() const {
 void QuickPasteView::paintEvent(QPaintEvent*) {
   const double scale = devicePixelRatioF();
   if (shadow_.size() != (QSizeF(size()) * scale).toSize()) {
-    const ui::Shadow shadow{.color = ui::black(0.45), .blurRadius = 24, .offset = {0, 12}};
+    const ui::Shadow shadow{.opacity = 0.45, .blurRadius = 24, .offset = {0, 12}};
     shadow_ = ui::shadowImage(size(), card(), kCornerRadius, shadow, scale);
   }
   QPainter painter(this);

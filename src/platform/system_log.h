@@ -4,7 +4,7 @@
 
 namespace brimlo {
 
-/// The system log. Main thread.
+/// The system log. Any thread.
 class SystemLog {
  public:
   virtual ~SystemLog() = default;

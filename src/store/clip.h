@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -19,6 +20,10 @@ struct Clip {
 
   bool operator==(const Clip&) const = default;
 };
+
+/// Ids of clips. Shared like a list of clips: never changed, read on any thread.
+using IdSet = std::unordered_set<std::string>;
+using IdSetPtr = std::shared_ptr<const IdSet>;
 
 /// Clips are shared, never changed: a list, a snapshot of it and a sync run hold the same ones.
 using ClipPtr = std::shared_ptr<const Clip>;

@@ -81,8 +81,8 @@ void encodeClips(const ClipList& clips, std::size_t saved, ByteSink& sink) {
   json.raw("]");
 }
 
-Decoded<std::unordered_set<std::string>> decodeIds(const FileContents& file) {
-  std::unordered_set<std::string> ids;
+Decoded<IdSet> decodeIds(const FileContents& file) {
+  IdSet ids;
   std::string fault =
       decodeArray(file, [&](ondemand::value element, std::size_t, StringReader& strings) {
         ids.insert(strings.copy(element));
@@ -91,7 +91,7 @@ Decoded<std::unordered_set<std::string>> decodeIds(const FileContents& file) {
   return {std::move(ids), {}};
 }
 
-void encodeIds(const std::unordered_set<std::string>& ids, ByteSink& sink) {
+void encodeIds(const IdSet& ids, ByteSink& sink) {
   JsonWriter json(sink);
   json.raw("[");
   bool first = true;

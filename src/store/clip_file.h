@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include "platform/file_system.h"
@@ -23,7 +22,7 @@ Decoded<std::vector<ClipPtr>> decodeClips(const FileContents& file);
 void encodeClips(const ClipList& clips, std::size_t saved, ByteSink& sink);
 
 /// Reads an array of clip ids.
-Decoded<std::unordered_set<std::string>> decodeIds(const FileContents& file);
-void encodeIds(const std::unordered_set<std::string>& ids, ByteSink& sink);
+Decoded<IdSet> decodeIds(const FileContents& file);
+void encodeIds(const IdSet& ids, ByteSink& sink);
 
 }  // namespace brimlo

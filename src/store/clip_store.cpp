@@ -1,6 +1,7 @@
 #include "store/clip_store.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "base/unicode_text.h"
@@ -42,7 +43,7 @@ ClipStore::ClipStore(FileSystem& files, SystemLog& log, const std::string& dataF
   if (const auto file = tombstonesFile_.read()) {
     auto decoded = decodeIds(*file);
     if (decoded.value) {
-      deletedIds_ = std::move(*decoded.value);
+      deletedIds_ = std::make_shared<IdSet>(std::move(*decoded.value));
     } else {
       tombstonesFile_.declareDamaged(decoded.fault);
     }
@@ -98,21 +99,38 @@ ClipStore::AddResult ClipStore::add(std::string text, std::string source, double
   return AddResult::kChanged;
 }
 
-void ClipStore::replaceAll(std::vector<ClipPtr> clips) {
-  std::stable_sort(clips.begin(), clips.end(), newerFirst);
+void ClipStore::replaceAll(const ClipList& clips) {
+  if (clips == clips_.value()) {
+    clips_.set(clips);
+    saveUnsaved();
+    return;
+  }
   indexStale_ = true;
-  publish(ClipList(std::move(clips)));
+  if (std::is_sorted(clips.begin(), clips.end(), newerFirst)) {
+    publish(clips);
+    return;
+  }
+  std::vector<ClipPtr> sorted(clips.begin(), clips.end());
+  std::stable_sort(sorted.begin(), sorted.end(), newerFirst);
+  publish(ClipList(std::move(sorted)));
 }
 
 void ClipStore::clearAll() {
-  for (const ClipPtr& clip : clips_.value()) deletedIds_.insert(clip->id);
+  auto ids = std::make_shared<IdSet>(*deletedIds_);
+  for (const ClipPtr& clip : clips_.value()) ids->insert(clip->id);
+  deletedIds_ = std::move(ids);
   saveTombstones();
-  replaceAll({});
+  replaceAll(ClipList());
 }
 
-void ClipStore::clearTombstones() {
-  if (deletedIds_.empty()) return;
-  deletedIds_.clear();
+void ClipStore::clearTombstones(const IdSetPtr& pushed) {
+  if (deletedIds_->empty() || pushed->empty()) return;
+  auto left = std::make_shared<IdSet>();
+  if (pushed != deletedIds_) {
+    std::copy_if(deletedIds_->begin(), deletedIds_->end(), std::inserter(*left, left->end()),
+                 [&](const std::string& id) { return !pushed->contains(id); });
+  }
+  deletedIds_ = std::move(left);
   saveTombstones();
 }
 
@@ -137,7 +155,7 @@ void ClipStore::saveClips() {
 }
 
 void ClipStore::saveTombstones() {
-  tombstonesFile_.save([this](ByteSink& sink) { encodeIds(deletedIds_, sink); });
+  tombstonesFile_.save([this](ByteSink& sink) { encodeIds(*deletedIds_, sink); });
 }
 
 }  // namespace brimlo

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <string>
-#include <unordered_set>
-#include <vector>
 
 #include "base/published.h"
 #include "platform/file_system.h"
@@ -28,7 +26,8 @@ class ClipStore {
   const Published<ClipList>& clips() const { return clips_; }
 
   /// Ids of clips removed here that the next successful sync push must delete in the cloud.
-  const std::unordered_set<std::string>& deletedIds() const { return deletedIds_; }
+  /// Never null.
+  const IdSetPtr& deletedIds() const { return deletedIds_; }
 
   const std::string& fileURL() const { return clipsFile_.path(); }
   const std::string& tombstoneURL() const { return tombstonesFile_.path(); }
@@ -39,14 +38,16 @@ class ClipStore {
   /// `savedAt`: when it happened, milliseconds since 1970, finite.
   AddResult add(std::string text, std::string source, double savedAt);
 
-  /// Makes `clips`, once sorted, the whole history. Repeated ids and texts stay.
-  void replaceAll(std::vector<ClipPtr> clips);
+  /// Makes `clips`, once sorted, the whole history. Repeated ids and texts stay. Given the very
+  /// list that is the history already, publishes it and leaves the file alone.
+  void replaceAll(const ClipList& clips);
 
   /// Empties the history and puts the ids of all its clips among `deletedIds`.
   void clearAll();
 
-  /// Forgets all `deletedIds`; writes nothing when there are none.
-  void clearTombstones();
+  /// Forgets those of `deletedIds` that are among `pushed`, the ids that a sync push was given;
+  /// writes nothing when there are none.
+  void clearTombstones(const IdSetPtr& pushed);
 
   /// Tries again to save what an earlier failure left in memory only.
   void saveUnsaved();
@@ -62,7 +63,7 @@ class ClipStore {
   ClipList saved_;   // what the last successful save wrote; empty before that
   TextIndex index_;  // of the clips of clips_, once there was an addition to look up
   bool indexStale_ = true;
-  std::unordered_set<std::string> deletedIds_;
+  IdSetPtr deletedIds_ = std::make_shared<IdSet>();
 };
 
 }  // namespace brimlo

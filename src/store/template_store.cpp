@@ -17,6 +17,7 @@ TemplateStore::TemplateStore(FileSystem& files, SystemLog& log, const std::strin
     return;
   }
   sortNewestFirst(*decoded.value);
+  saved_ = *decoded.value;
   templates_.set(std::move(*decoded.value));
 }
 
@@ -25,7 +26,9 @@ void TemplateStore::setTemplates(std::vector<Template> templates) {
 }
 
 void TemplateStore::save() {
+  if (templates_.value() == saved_ && !file_.unsaved()) return;
   file_.save([this](ByteSink& sink) { encodeTemplates(templates_.value(), sink); });
+  if (!file_.unsaved()) saved_ = templates_.value();
 }
 
 void sortNewestFirst(std::vector<Template>& templates) {

@@ -25,12 +25,13 @@ class TemplateStore {
   /// Publishes `templates`, which the caller has sorted; writes nothing.
   void setTemplates(std::vector<Template> templates);
 
-  /// Writes the templates to the file.
+  /// Writes the templates to the file, unless it holds them already.
   void save();
 
  private:
   GuardedFile file_;
   Published<std::vector<Template>> templates_{{}};
+  std::vector<Template> saved_;  // what the file holds, as far as it makes sense
 };
 
 /// Puts templates in their order: by `createdAt`, descending and stable.

@@ -13,8 +13,4 @@ inline QColor white(double opacity) {
   return QColor::fromRgbF(1, 1, 1, static_cast<float>(opacity));
 }
 
-inline QColor black(double opacity) {
-  return QColor::fromRgbF(0, 0, 0, static_cast<float>(opacity));
-}
-
 }  // namespace brimlo::ui

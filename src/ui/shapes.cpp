@@ -1,7 +1,6 @@
 #include "ui/shapes.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <vector>
@@ -104,20 +103,14 @@ QImage shadowImage(QSize size, const QRectF& rect, double radius, const Shadow& 
   const double deviation = shadow.blurRadius / 2 * scale;
   const int box = static_cast<int>(std::lround((std::sqrt(4 * deviation * deviation + 1) - 1) / 2));
   for (int pass = 0; pass < 6; ++pass) plane = blurredAndTurned(plane, box);
-  QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
-  std::array<QRgb, 256> colors;
-  for (int coverage = 0; coverage < 256; ++coverage) {
-    const int alpha = static_cast<int>(std::lround(coverage * shadow.color.alphaF()));
-    colors[static_cast<std::size_t>(coverage)] =
-        qPremultiply(qRgba(shadow.color.red(), shadow.color.green(), shadow.color.blue(), alpha));
-  }
   for (int y = 0; y < height; ++y) {
-    auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-    std::transform(plane.row(y), plane.row(y) + width, line,
-                   [&](std::uint8_t coverage) { return colors[coverage]; });
+    std::transform(plane.row(y), plane.row(y) + width, shape.scanLine(y),
+                   [&](std::uint8_t covered) {
+                     return static_cast<uchar>(std::lround(covered * shadow.opacity));
+                   });
   }
-  image.setDevicePixelRatio(scale);
-  return image;
+  shape.setDevicePixelRatio(scale);
+  return shape;
 }
 
 }  // namespace brimlo::ui

@@ -27,13 +27,15 @@ void fillRounded(QPainter& painter, const QRectF& rect, double radius, const QCo
 void strokeRounded(QPainter& painter, const QRectF& rect, double radius, const QColor& color,
                    double width);
 
+/// A black shadow.
 struct Shadow {
-  QColor color;
+  double opacity;
   double blurRadius;  ///< how far the edge spreads: two standard deviations
   QPointF offset;
 };
 /// The shadow that a rounded rectangle `rect` casts into an image of `size`. Both are in
-/// device-independent pixels, `scale` of them make a pixel of the image.
+/// device-independent pixels, `scale` of them make a pixel of the image. The image has nothing but
+/// alpha, a quarter of the memory.
 QImage shadowImage(QSize size, const QRectF& rect, double radius, const Shadow& shadow,
                    double scale);
 

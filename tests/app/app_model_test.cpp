@@ -4,6 +4,7 @@
 
 #include <csignal>
 
+#include "support/fake_cloud.h"
 #include "support/fake_file_system.h"
 #include "support/fake_panel.h"
 #include "support/fakes.h"
@@ -21,7 +22,10 @@ class AppModelTest : public testing::Test {
     auto model = std::make_unique<AppModel>(Services{
         .accessibility = desktop,
         .application = loop,
+        .background = background,
         .clock = loop,
+        .cloud = cloud,
+        .entitlements = entitlements,
         .environment = surroundings,
         .events = events,
         .files = files,
@@ -51,6 +55,9 @@ class AppModelTest : public testing::Test {
   }
 
   test::FakeRunLoop loop;
+  test::FakeBackground background;
+  test::FakeCloud cloud;
+  test::FakeEntitlements entitlements;
   test::FakeFileSystem files;
   test::FakePasteboard pasteboard;
   test::FakeLog log;
@@ -70,7 +77,7 @@ TEST_F(AppModelTest, AFirstLaunchHasTheDefaultsAndWritesNothing) {
   EXPECT_TRUE(model->quickPasteEnabled().value());
   EXPECT_FALSE(model->excludePasswords().value());
   EXPECT_EQ(model->syncStatus().value(), "sync.status.idle");
-  EXPECT_FALSE(model->isSyncing().value());
+  EXPECT_TRUE(model->isSyncing().value());
   EXPECT_EQ(model->launchMs(), loop.now);
   EXPECT_TRUE(defaults.writes.empty());
   EXPECT_TRUE(log.lines.empty());
@@ -213,6 +220,40 @@ TEST_F(AppModelTest, ThePaletteOfTheSignalStaysUpUntilTheNextHotkey) {
   loop.drain();
   panel.resign();
   EXPECT_FALSE(panel.visible);
+}
+
+TEST_F(AppModelTest, ASyncRunStartsAtOnceAndEveryHalfMinute) {
+  const auto model = make();
+  const auto runs = [&] {
+    background.run();
+    loop.drain();
+    return std::count(cloud.asked.begin(), cloud.asked.end(), "account");
+  };
+  EXPECT_EQ(runs(), 1);
+  loop.advance(29s);
+  EXPECT_EQ(runs(), 1);
+  loop.advance(1s);
+  EXPECT_EQ(runs(), 2);
+}
+
+TEST_F(AppModelTest, AClipFromAPhoneIsPutOnThePasteboardUnlessTheSettingSaysNo) {
+  const auto model = make();
+  const auto send = [&](const std::string& id) {
+    cloud.put(
+        {{"Clip", id},
+         {{"text", "text " + id}, {"source", "action"}, {"savedAt", Date{(loop.now + 1) / 1000}}}});
+    loop.advance(30s);
+    background.run();
+    loop.drain();
+  };
+  send("1");
+  EXPECT_EQ(pasteboard.string(), "text 1");
+  EXPECT_EQ(model->syncStatus().value(), "sync.status.applied_iphone");
+  model->setAutoApply(false);
+  send("2");
+  EXPECT_EQ(pasteboard.string(), "text 1");
+  EXPECT_EQ(model->store().clips().value().size(), 2u);
+  EXPECT_FALSE(log.has("captured")) << "its own write";
 }
 
 TEST_F(AppModelTest, QuittingStopsTheWatchSavesWhatIsLeftAndEndsTheProcess) {

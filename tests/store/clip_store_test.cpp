@@ -171,14 +171,14 @@ TEST_F(ClipStoreTest, ADamagedHistoryIsNamedKeptAsideAndNeverOverwritten) {
       files.files[path] = content;
       ClipStore store = make();
       EXPECT_TRUE(store.clips().value().empty()) << content;
-      EXPECT_TRUE(store.deletedIds().empty()) << content;
+      EXPECT_TRUE(store.deletedIds()->empty()) << content;
       ASSERT_EQ(log.lines.size(), 1u) << content;
       EXPECT_TRUE(log.has("is damaged (") && log.has(fault)) << log.lines[0];
       EXPECT_EQ(files.files[path], content);
       store.add("next", "manual", 1);
       store.clearAll();
       EXPECT_EQ(files.files[path + ".damaged"s], content);
-      EXPECT_EQ(make().deletedIds().size(), 1u);
+      EXPECT_EQ(make().deletedIds()->size(), 1u);
     }
   }
 }
@@ -221,7 +221,7 @@ TEST_F(ClipStoreTest, AFullDiskIsNamedOnceAndWhatItRefusedIsSavedLater) {
   store.saveUnsaved();
   EXPECT_TRUE(log.has("saved clips.json again"));
   EXPECT_EQ(texts(make()), (std::vector<std::string>{"c"}));
-  EXPECT_EQ(make().deletedIds().size(), 2u);
+  EXPECT_EQ(make().deletedIds()->size(), 2u);
   const int writes = files.writes;
   store.saveUnsaved();
   EXPECT_EQ(files.writes, writes);
@@ -230,17 +230,21 @@ TEST_F(ClipStoreTest, AFullDiskIsNamedOnceAndWhatItRefusedIsSavedLater) {
 TEST_F(ClipStoreTest, ClearingLeavesTombstonesUntilTheyAreForgotten) {
   files.files[kTombstones] = R"(["old"])";
   ClipStore store = make();
-  store.clearTombstones();
+  store.clearTombstones(store.deletedIds());
   EXPECT_EQ(files.files[kTombstones], "[]");
   files.files.erase(kTombstones);
-  store.clearTombstones();
+  store.clearTombstones(store.deletedIds());
   EXPECT_FALSE(files.files.contains(kTombstones));
   for (int i = 0; i < 3; ++i) store.add(std::to_string(i), "manual", i);
   store.clearAll();
   EXPECT_EQ(files.files[kClips], "[]");
-  EXPECT_EQ(make().deletedIds().size(), 3u);
+  EXPECT_EQ(make().deletedIds()->size(), 3u);
+  const IdSetPtr pushed = store.deletedIds();
   store.add("0", "manual", 9);
-  EXPECT_FALSE(store.deletedIds().contains(store.clips().value()[0]->id));
+  EXPECT_FALSE(store.deletedIds()->contains(store.clips().value()[0]->id));
+  store.clearAll();  // while the push of the first three is under way
+  store.clearTombstones(pushed);
+  EXPECT_EQ(make().deletedIds()->size(), 1u);
   files = {};
   ClipStore empty = make();
   empty.clearAll();
@@ -256,11 +260,15 @@ TEST_F(ClipStoreTest, ReplacingSortsStablyKeepsRepetitionsAndSharesTheClips) {
   for (const auto& [id, time] : {std::pair("a", 1.0), {"b", 2.0}, {"c", 1.0}}) {
     list.push_back(std::make_shared<Clip>(Clip{id, "same", time, "x", {}}));
   }
-  store.replaceAll(list);
+  store.replaceAll(ClipList(list));
   const ClipList& clips = store.clips().value();
   EXPECT_TRUE(clips[0] == list[1] && clips[1] == list[0] && clips[2] == list[2]);
   EXPECT_EQ(notified, 1);
   EXPECT_EQ(make().clips().value().size(), 3u);
+  const int writes = files.writes;
+  store.replaceAll(store.clips().value());  // a sync run that found nothing new
+  EXPECT_EQ(notified, 2);
+  EXPECT_EQ(files.writes, writes);
 }
 
 }  // namespace

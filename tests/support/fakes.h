@@ -170,6 +170,9 @@ class FakeDefaults : public UserDefaults {
 class FakeStrings : public LocalizedStrings {
  public:
   std::string text(const char* key) const override { return key; }
+  std::string textWithCount(const char* key, std::size_t count) const override {
+    return key + (" " + std::to_string(count));
+  }
 };
 
 /// A desktop with applications, keys and notifications, which writes down what is asked of it.

@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 #include <QLocale>
+#include <algorithm>
+#include <limits>
 
 namespace brimlo {
 
@@ -13,6 +15,11 @@ QtStrings::QtStrings() {
 
 std::string QtStrings::text(const char* key) const {
   return qtTrId(key).toStdString();
+}
+
+std::string QtStrings::textWithCount(const char* key, std::size_t count) const {
+  constexpr std::size_t kMost = std::numeric_limits<int>::max();
+  return qtTrId(key, static_cast<int>(std::min(count, kMost))).toStdString();
 }
 
 }  // namespace brimlo

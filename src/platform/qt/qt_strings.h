@@ -14,6 +14,7 @@ class QtStrings : public LocalizedStrings {
   QtStrings();
 
   std::string text(const char* key) const override;
+  std::string textWithCount(const char* key, std::size_t count) const override;
 
  private:
   QTranslator english_;

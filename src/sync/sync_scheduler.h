@@ -1,0 +1,71 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "base/published.h"
+#include "base/weak_anchor.h"
+#include "platform/background_queue.h"
+#include "platform/cloud_database.h"
+#include "platform/entitlements.h"
+#include "platform/localized_strings.h"
+#include "platform/main_queue.h"
+#include "platform/system_log.h"
+#include "store/clip_store.h"
+#include "store/template_store.h"
+#include "sync/sync_engine.h"
+
+namespace brimlo {
+
+/// Runs the sync, one run at a time, and applies what it came to.
+///
+/// A run works in the background on copies; the history may change meanwhile, and none of that is
+/// lost: what came is carried into the outcome, what was cleared does not come back. Main thread,
+/// which a run holds no longer than it takes to exchange two lists and save what changed.
+class SyncScheduler {
+ public:
+  struct Services {
+    BackgroundQueue& background;
+    CloudDatabase& cloud;
+    const Entitlements& entitlements;
+    SystemLog& log;
+    MainQueue& queue;
+    const LocalizedStrings& strings;
+  };
+
+  /// `launchMs`: clips that a phone sent later are to be applied; milliseconds since 1970.
+  SyncScheduler(const Services& services, ClipStore& store, TemplateStore& templateStore,
+                double launchMs);
+
+  /// Takes the newest clip that a phone asks this machine to apply, once a run has brought it into
+  /// the history; returns whether it was applied.
+  void setOnActionClip(std::function<bool(const Clip&)> onActionClip) {
+    onActionClip_ = std::move(onActionClip);
+  }
+
+  /// Starts a run. Does nothing while there is one.
+  void syncNow();
+
+  /// For the person: what the last run came to.
+  const Published<std::string>& syncStatus() const { return syncStatus_; }
+  const Published<bool>& isSyncing() const { return isSyncing_; }
+
+ private:
+  struct Run;
+
+  void apply(const std::shared_ptr<Run>& run);
+  void applyOutcome(const Run& run);
+  void inBackground(const std::shared_ptr<Run>& run, std::function<void(Run&)> work);
+
+  Services services_;
+  ClipStore& store_;
+  TemplateStore& templateStore_;
+  double launchMs_;
+  Published<std::string> syncStatus_;
+  Published<bool> isSyncing_{false};
+  std::function<bool(const Clip&)> onActionClip_ = [](const Clip&) { return false; };
+  WeakAnchor anchor_;
+};
+
+}  // namespace brimlo
