@@ -70,6 +70,10 @@ class CloudDatabase {
   /// is at least as new as this answer.
   virtual std::variant<AccountStatus, CloudError> accountStatus() = 0;
 
+  /// What tells one state of all the records from another, as of the last other call: where two are
+  /// equal, no record has changed in between. Empty where that is not known.
+  virtual std::string contentsStamp() const = 0;
+
   /// Where a query goes on.
   struct Cursor {
     std::string type;

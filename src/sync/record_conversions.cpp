@@ -18,9 +18,9 @@ double milliseconds(const CloudRecord& record, std::string_view key) {
   return std::isfinite(time) ? time : 0;
 }
 
-std::string stringOr(const CloudRecord& record, std::string_view key, const char* otherwise) {
+std::string_view stringOr(const CloudRecord& record, std::string_view key, const char* otherwise) {
   const auto* text = fieldAs<std::string>(record, key);
-  return text ? *text : otherwise;
+  return text ? std::string_view(*text) : otherwise;
 }
 
 }  // namespace
@@ -29,9 +29,18 @@ std::optional<Clip> clipFromRecord(const CloudRecord& record) {
   const auto* text = fieldAs<std::string>(record, "text");
   if (!text) return std::nullopt;
   Clip clip{record.id.name, *text, milliseconds(record, "savedAt"),
-            stringOr(record, "source", "manual"), std::nullopt};
+            std::string(stringOr(record, "source", "manual")), std::nullopt};
   if (const auto* tags = fieldAs<std::vector<std::string>>(record, "tags")) clip.tags = *tags;
   return clip;
+}
+
+bool carriesClip(const CloudRecord& record, const Clip& clip) {
+  const auto* text = fieldAs<std::string>(record, "text");
+  const auto* tags = fieldAs<std::vector<std::string>>(record, "tags");
+  return text && record.id.name == clip.id && *text == clip.text &&
+         milliseconds(record, "savedAt") == clip.savedAt &&
+         stringOr(record, "source", "manual") == clip.source &&
+         (tags ? clip.tags == *tags : !clip.tags);
 }
 
 CloudRecord recordFromClip(const Clip& clip) {
@@ -45,7 +54,7 @@ CloudRecord recordFromClip(const Clip& clip) {
 std::optional<Template> templateFromRecord(const CloudRecord& record) {
   const auto* title = fieldAs<std::string>(record, "title");
   if (!title) return std::nullopt;
-  return Template{record.id.name, *title, stringOr(record, "body", ""),
+  return Template{record.id.name, *title, std::string(stringOr(record, "body", "")),
                   milliseconds(record, "createdAt")};
 }
 

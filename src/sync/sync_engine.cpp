@@ -90,7 +90,7 @@ class ClipsById {
 }  // namespace
 
 SyncOutcome runSync(const HistoryState& local, double since, CloudDatabase& database,
-                    const Entitlements& entitlements) {
+                    const Entitlements& entitlements, SettledState& settled) {
   const auto unavailable = [](std::string reason) {
     SyncOutcome outcome;
     outcome.reason = std::move(reason);
@@ -98,6 +98,12 @@ SyncOutcome runSync(const HistoryState& local, double since, CloudDatabase& data
   };
   if (!hasCloudEntitlement(entitlements)) return unavailable("no-entitlement");
   if (auto fault = accountFault(database)) return unavailable(std::move(*fault));
+
+  if (!settled.contents.empty() && settled.history == local &&
+      settled.contents == database.contentsStamp()) {
+    return {SyncOutcome::Status::ok, {}, local.clips, {}, settled.templates, true, true};
+  }
+  settled = {};
 
   ClipsById localById(local.clips);
   std::vector<ClipPtr> pulled;
@@ -142,6 +148,10 @@ SyncOutcome runSync(const HistoryState& local, double since, CloudDatabase& data
     }
   });
   if (!outcome.templatesPulled) outcome.templates.clear();
+
+  const bool nothingToDo = saving.empty() && deleting.empty() && outcome.templatesPulled &&
+                           outcome.mergedClips == local.clips;
+  if (nothingToDo) settled = {local, database.contentsStamp(), outcome.templates};
   return outcome;
 }
 

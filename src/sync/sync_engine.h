@@ -26,13 +26,22 @@ struct SyncOutcome {
   bool pushApplied = false;
 };
 
+/// What a run that found nothing to do had before it, so that the next one need not work that out
+/// again: handed from run to run, and otherwise nobody's.
+struct SettledState {
+  HistoryState history;
+  std::string
+      contents;  ///< the database's `contentsStamp`; empty when the last run was no such run
+  std::vector<Template> templates;
+};
+
 /// One sync run: pulls the clips, merges them with the history, pushes what the cloud lacks or has
 /// in an older form, deletes what the merge dropped, and pulls the templates.
 ///
 /// `local`: the history and its tombstones. `since`: clips from a phone that are newer are new; in
 /// milliseconds since 1970. A failure before the clips are pulled makes the outcome unavailable,
-/// with nothing written. Takes its time; any thread, on copies, keeps nothing.
+/// with nothing written. Takes its time; any thread, on copies, keeps nothing but `settled`.
 SyncOutcome runSync(const HistoryState& local, double since, CloudDatabase& database,
-                    const Entitlements& entitlements);
+                    const Entitlements& entitlements, SettledState& settled);
 
 }  // namespace brimlo

@@ -27,8 +27,8 @@ void SyncScheduler::syncNow() {
   run->history = {store_.clips().value(), store_.deletedIds()};
   run->pushed = store_.deletedIds();
   inBackground(run, [since = launchMs_, &database = services_.cloud,
-                     &entitlements = services_.entitlements](Run& given) {
-    given.outcome = runSync(given.history, since, database, entitlements);
+                     &entitlements = services_.entitlements, settled = settled_](Run& given) {
+    given.outcome = runSync(given.history, since, database, entitlements, *settled);
   });
 }
 

@@ -64,6 +64,7 @@ class SyncScheduler {
   double launchMs_;
   Published<std::string> syncStatus_;
   Published<bool> isSyncing_{false};
+  std::shared_ptr<SettledState> settled_ = std::make_shared<SettledState>();  // the running run's
   std::function<bool(const Clip&)> onActionClip_ = [](const Clip&) { return false; };
   WeakAnchor anchor_;
 };

@@ -11,11 +11,7 @@
 #include <thread>
 
 #include "platform/cloud/account_database.h"
-#include "platform/cloud/mirrored_database.h"
-#include "platform/cloud/postgres_store.h"
-#include "platform/cloud/sqlite_store.h"
-#include "support/fake_cloud.h"
-#include "support/fakes.h"
+#include "support/cloud_backends.h"
 #include "support/relay.h"
 
 namespace brimlo {
@@ -24,43 +20,13 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 using Status = CloudDatabase::AccountStatus;
-using Parameters = std::vector<std::pair<std::string, std::string>>;
-
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string name = fs::temp_directory_path() / "brimlo-cloud-XXXXXX";
-    path_ = mkdtemp(name.data());
-  }
-  ~TemporaryFolder() { fs::remove_all(path_); }
-  std::string operator/(const std::string& name) const { return path_ + "/" + name; }
-
- private:
-  std::string path_;
-};
-
-/// The server that the test was started beside.
-Parameters server(const std::string& database, const std::string& user = "postgres") {
-  return {{"host", std::getenv("PGHOST")},
-          {"port", std::getenv("PGPORT")},
-          {"dbname", database},
-          {"user", user}};
-}
-
-void sql(const std::string& database, const std::string& script) {
-  auto opened = PostgresConnection::open(server(database), {});
-  ASSERT_TRUE(std::holds_alternative<std::unique_ptr<PostgresConnection>>(opened));
-  const auto fault =
-      std::get<std::unique_ptr<PostgresConnection>>(opened)->runScript(script.c_str());
-  ASSERT_FALSE(fault) << fault->what;
-}
-
-std::string freshDatabase() {
-  static int count = 0;
-  const std::string name = "t" + std::to_string(++count);
-  sql("postgres", "CREATE DATABASE " + name);
-  return name;
-}
+using test::FakeBackend;
+using test::Parameters;
+using test::PostgresBackend;
+using test::server;
+using test::sql;
+using test::SqliteBackend;
+using test::TemporaryFolder;
 
 RecordPtr clipRecord(const std::string& name, std::string text, double seconds = 1.7e9) {
   return std::make_shared<CloudRecord>(
@@ -91,56 +57,6 @@ Status statusOf(CloudDatabase& database) {
   if (const auto* error = std::get_if<CloudError>(&answer)) ADD_FAILURE() << error->description;
   return std::holds_alternative<Status>(answer) ? std::get<Status>(answer) : Status::kAvailable;
 }
-
-/// Where sessions of one account begin: each is another machine's, or another process's.
-class Backend {
- public:
-  virtual ~Backend() = default;
-  virtual std::unique_ptr<CloudDatabase> session() = 0;
-};
-
-class FakeBackend : public Backend {
- public:
-  std::unique_ptr<CloudDatabase> session() override {
-    auto session = std::make_unique<test::FakeCloud>(records_);
-    session->pageSize = 5'000;
-    return session;
-  }
-
- private:
-  std::shared_ptr<test::FakeCloud::Records> records_ = std::make_shared<test::FakeCloud::Records>();
-};
-
-class SqliteBackend : public Backend {
- public:
-  std::unique_ptr<CloudDatabase> session() override {
-    return std::make_unique<MirroredDatabase>(store(), log);
-  }
-  std::unique_ptr<RecordStore> store() {
-    return std::make_unique<SqliteStore>(
-        folder / "sync.sqlite", [this] { return seed; }, log);
-  }
-
-  TemporaryFolder folder;
-  std::vector<RecordPtr> seed;
-  test::FakeLog log;
-};
-
-class PostgresBackend : public Backend {
- public:
-  std::unique_ptr<CloudDatabase> session() override { return session(server(database)); }
-  std::unique_ptr<CloudDatabase> session(const Parameters& parameters) {
-    return std::make_unique<MirroredDatabase>(
-        std::make_unique<PostgresStore>(parameters, patience, log), log);
-  }
-  std::unique_ptr<RecordStore> store() {
-    return std::make_unique<PostgresStore>(server(database), patience, log);
-  }
-
-  std::string database = freshDatabase();
-  PostgresPatience patience;
-  test::FakeLog log;
-};
 
 template <typename T>
 class CloudDatabaseTest : public testing::Test {
@@ -558,12 +474,11 @@ TEST(PostgresStore, AHangingServerIsGivenUp) {
   PostgresBackend backend;
   backend.patience = {.connecting = 300ms, .silence = 300ms, .exchange = 1s};
   test::Relay relay(std::atoi(std::getenv("PGPORT")));
-  sql("postgres", "ALTER ROLE postgres PASSWORD 'p'");
   const Parameters parameters = {{"host", "127.0.0.1"},
                                  {"port", std::to_string(relay.port())},
                                  {"dbname", backend.database},
                                  {"user", "postgres"},
-                                 {"password", "p"}};
+                                 {"password", "postgres"}};
   relay.setBehavior(test::Relay::Behavior::kSilent);
   const auto session = backend.session(parameters);
   const auto begin = std::chrono::steady_clock::now();
@@ -585,13 +500,12 @@ TEST(PostgresStore, AHangingServerIsGivenUp) {
 
 TEST(PostgresStore, AConnectionThatBreaksAnywhereLosesNothing) {
   PostgresBackend backend;
-  sql("postgres", "ALTER ROLE postgres PASSWORD 'p'");
   test::Relay relay(std::atoi(std::getenv("PGPORT")));
   const auto session = backend.session({{"host", "127.0.0.1"},
                                         {"port", std::to_string(relay.port())},
                                         {"dbname", backend.database},
                                         {"user", "postgres"},
-                                        {"password", "p"}});
+                                        {"password", "postgres"}});
   const auto other = backend.session();
   int broken = 0;
   for (int round = 0; round < 60; ++round) {

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <future>
 #include <random>
 #include <sstream>
 #include <thread>
@@ -18,6 +19,8 @@
 #include "platform/linux/ini_user_defaults.h"
 #include "platform/linux/posix_file_system.h"
 #include "platform/linux/unix_signals.h"
+#include "platform/linux/worker_thread.h"
+#include "platform/qt/qt_entitlements.h"
 #include "platform/qt/qt_strings.h"
 #include "support/fakes.h"
 
@@ -25,6 +28,7 @@ namespace brimlo {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
 
 std::string contentOf(const fs::path& path) {
   std::ostringstream content;
@@ -206,10 +210,38 @@ TEST_F(LinuxTest, SettingsAreWrittenThroughAndHandWrittenOnesUnderstood) {
   EXPECT_TRUE(log.has("cannot save the setting a"));
 }
 
+TEST(QtEntitlements, ThisBuildMaySync) {
+  const QtEntitlements entitlements;
+  EXPECT_EQ(entitlements.stringList("com.apple.developer.icloud-services"),
+            std::vector<std::string>{"CloudKit"});
+  EXPECT_EQ(entitlements.stringList("another"), std::nullopt);
+}
+
+TEST(WorkerThread, RunsInOrderAndIsLeftBehindOnlyWhenItHangs) {
+  std::string order;
+  std::promise<void> hang, hanging;
+  {
+    WorkerThread worker;
+    for (const char* letter : {"a", "b", "c"}) worker.async([&order, letter] { order += letter; });
+    worker.async([&] {
+      hanging.set_value();
+      hang.get_future().wait();
+    });
+    worker.async([&order] { order += "dropped"; });
+    hanging.get_future().wait();
+    EXPECT_EQ(worker.finish(50ms), WorkerThread::Ending::kHanging);
+    hang.set_value();
+    EXPECT_EQ(worker.finish(5s), WorkerThread::Ending::kDone);
+  }
+  EXPECT_EQ(order, "abc");
+}
+
 TEST(QtStrings, FindsATextAndShowsTheKeyOfAMissingOne) {
   const QtStrings strings;
   EXPECT_EQ(strings.text("sync.status.idle"), "Not synced yet");
   EXPECT_EQ(strings.text("no.such.key"), "no.such.key");
+  EXPECT_EQ(strings.textWithCount("sync.status.done", 1), "Synced, 1 clip");
+  EXPECT_EQ(strings.textWithCount("sync.status.done", 100'000), "Synced, 100,000 clips");
 }
 
 TEST(UnixSignals, RunTheirBlocksOnTheRunLoopAndLeaveIgnoredOnesAlone) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <deque>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -27,6 +27,14 @@ class FakeCloud : public CloudDatabase {
     asked.push_back("account");
     if (failing.contains("account")) return CloudError{"no answer"};
     return status;
+  }
+
+  std::string contentsStamp() const override {
+    std::string stamp = "contents";
+    for (const auto& [id, record] : *records_) {
+      stamp += " " + std::to_string(reinterpret_cast<std::uintptr_t>(record.get()));
+    }
+    return stamp;
   }
 
   std::variant<Page, CloudError> records(std::string_view type) override {

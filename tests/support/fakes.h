@@ -171,7 +171,7 @@ class FakeStrings : public LocalizedStrings {
  public:
   std::string text(const char* key) const override { return key; }
   std::string textWithCount(const char* key, std::size_t count) const override {
-    return key + (" " + std::to_string(count));
+    return std::string(key) + " " + std::to_string(count);
   }
 };
 

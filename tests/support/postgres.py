@@ -41,6 +41,7 @@ class Postgres:
         stack.callback(self.stop)
         self.env = dict(os.environ, PGHOST=str(self.folder), PGPORT=str(self.port),
                         PGUSER="postgres")
+        self.sql("ALTER ROLE postgres PASSWORD 'postgres'")
 
     def start(self):
         subprocess.run([*self.control, "start"], check=True, stdout=subprocess.DEVNULL)

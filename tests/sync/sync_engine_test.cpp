@@ -171,8 +171,9 @@ class SyncEngineTest : public testing::Test {
  protected:
   SyncOutcome run(std::vector<ClipPtr> local, IdSet deleted = {}, double since = 0) {
     cloud.asked.clear();
+    SettledState settled;
     return runSync({listOf(std::move(local)), std::make_shared<IdSet>(std::move(deleted))}, since,
-                   cloud, entitlements);
+                   cloud, entitlements, settled);
   }
   void inCloud(const ClipPtr& there) { cloud.put(recordFromClip(*there)); }
 
@@ -231,6 +232,34 @@ TEST_F(SyncEngineTest, NothingToDoIsNoRequest) {
   EXPECT_TRUE(outcome.pushApplied);
   EXPECT_TRUE(outcome.templatesPulled);
   EXPECT_EQ(cloud.asked, (std::vector<std::string>{"account", "Clip 0", "Template 0"}));
+}
+
+TEST_F(SyncEngineTest, WhereNothingChangedSinceARunWithNothingToDoNothingIsAskedForButTheAccount) {
+  HistoryState history{listOf({clip("a", "x", 1)}), std::make_shared<IdSet>()};
+  cloud.put({{"Template", "t"}, {{"title", "t"}}});
+  SettledState settled;
+  const auto asked = [&] {
+    cloud.asked.clear();
+    const SyncOutcome outcome = runSync(history, 0, cloud, entitlements, settled);
+    EXPECT_EQ(outcome.status, SyncOutcome::Status::ok);
+    EXPECT_TRUE(outcome.pushApplied && outcome.templatesPulled);
+    EXPECT_EQ(outcome.templates.size(), 1u);
+    history.clips = outcome.mergedClips;
+    return cloud.asked.size();
+  };
+  EXPECT_EQ(asked(), 4u);  // with a push
+  EXPECT_EQ(asked(), 3u);
+  EXPECT_EQ(asked(), 1u);
+  inCloud(clip("b", "y", 2));
+  EXPECT_EQ(asked(), 3u);
+  EXPECT_EQ(history.clips.size(), 2u);
+  EXPECT_EQ(asked(), 3u);
+  EXPECT_EQ(asked(), 1u);
+  history.deletedIds = std::make_shared<IdSet>(IdSet{"b"});
+  EXPECT_EQ(asked(), 4u);
+  EXPECT_EQ(cloudIds(), (std::vector<std::string>{"a", "t"}));
+  cloud.status = CloudDatabase::AccountStatus::kNoAccount;
+  EXPECT_EQ(runSync(history, 0, cloud, entitlements, settled).reason, "account:noAccount");
 }
 
 TEST_F(SyncEngineTest, WhatTheCloudLacksOrHasInAnOlderFormIsPushed) {

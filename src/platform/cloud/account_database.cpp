@@ -51,6 +51,10 @@ std::variant<CloudDatabase::AccountStatus, CloudError> AccountDatabase::accountS
   return database_->accountStatus();
 }
 
+std::string AccountDatabase::contentsStamp() const {
+  return database_ ? database_->contentsStamp() : "";
+}
+
 std::variant<CloudDatabase::Page, CloudError> AccountDatabase::records(std::string_view type) {
   if (!database_) return CloudError{"the account was not looked up"};
   return database_->records(type);

@@ -24,6 +24,7 @@ class AccountDatabase : public CloudDatabase {
                   const PostgresPatience& patience, SystemLog& log);
 
   std::variant<AccountStatus, CloudError> accountStatus() override;
+  std::string contentsStamp() const override;
   std::variant<Page, CloudError> records(std::string_view type) override;
   std::variant<Page, CloudError> recordsContinuing(const Cursor& cursor) override;
   std::optional<CloudError> modifyRecords(const std::vector<RecordPtr>& saving,

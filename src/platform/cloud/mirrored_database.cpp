@@ -58,6 +58,10 @@ std::variant<CloudDatabase::AccountStatus, CloudError> MirroredDatabase::account
   return AccountStatus::kAvailable;
 }
 
+std::string MirroredDatabase::contentsStamp() const {
+  return current_.revision < 0 ? "" : std::to_string(current_.revision) + " " + current_.stamp;
+}
+
 std::variant<CloudDatabase::Page, CloudError> MirroredDatabase::records(std::string_view type) {
   if (auto error = refresh()) return std::move(*error);
   return recordsContinuing({std::string(type), 0});

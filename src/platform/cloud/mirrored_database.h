@@ -19,6 +19,7 @@ class MirroredDatabase : public CloudDatabase {
   MirroredDatabase(std::unique_ptr<RecordStore> store, SystemLog& log);
 
   std::variant<AccountStatus, CloudError> accountStatus() override;
+  std::string contentsStamp() const override;
   std::variant<Page, CloudError> records(std::string_view type) override;
   std::variant<Page, CloudError> recordsContinuing(const Cursor& cursor) override;
   /// Goes in portions, so that what was pushed before a connection broke need not be pushed again.

@@ -190,7 +190,7 @@ bool SqliteStore::open() {
   sqlite3_busy_timeout(database, kBusyMs);
   sqlite3_limit(database, SQLITE_LIMIT_LENGTH, kLargestRow);
   for (const char* setting :
-       {"PRAGMA journal_mode = WAL", "PRAGMA synchronous = FULL", "PRAGMA cache_size = -512",
+       {"PRAGMA journal_mode = WAL", "PRAGMA synchronous = FULL", "PRAGMA cache_size = -16384",
         "PRAGMA cell_size_check = ON", "PRAGMA trusted_schema = OFF"}) {
     if (sqlite3_exec(database, setting, nullptr, nullptr, nullptr) != SQLITE_OK) return false;
   }
@@ -304,7 +304,7 @@ std::variant<RecordStore::Changes, CloudError> SqliteStore::changesSince(const P
     changes.deleted.push_back({deleted.text(0), deleted.text(1)});
   }
   if (code != SQLITE_DONE) return CloudError{fault()};
-  sqlite3_db_release_memory(database);  // the pages read are not read again
+  sqlite3_db_release_memory(database);  // these pages are not wanted again soon
   return changes;
 }
 
