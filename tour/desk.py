@@ -16,7 +16,8 @@ class Desk:
     """A virtual display with a window manager, a home of its own, and the program."""
 
     def __init__(self, stack, brimlo, screenshots, *server_options, clips=None, templates=None,
-                 manager=("openbox",)):
+                 manager=("openbox",), prepare=lambda home: None):
+        """`prepare` is given the home before the program starts in it."""
         self.stack = stack
         self.brimlo_path = brimlo
         self.screenshots = screenshots
@@ -42,6 +43,7 @@ class Desk:
             if content is not None:
                 self.data.mkdir(parents=True, exist_ok=True)
                 (self.data / f"{name}.json").write_text(json.dumps(content))
+        prepare(self.home)
         self.start()
 
     def spawn(self, *command, **options):
