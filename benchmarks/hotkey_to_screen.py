@@ -4,22 +4,19 @@
 usage: hotkey_to_screen.py BRIMLO HOTKEY_TIME"""
 
 import contextlib
-import json
 import os
 import pathlib
 import sys
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tour"))
-from desk import Desk  # noqa: E402
+from desk import Desk, made_up_clips  # noqa: E402
 
 
 def main():
     brimlo, hotkey_time = (os.path.abspath(path) for path in sys.argv[1:3])
     for count in (100, 100_000):
         with contextlib.ExitStack() as stack:
-            clips = [{"id": str(i), "text": f"clip {i} " + "x" * (20 + i % 360),
-                      "savedAt": 1.7e12 - i, "source": "manual"} for i in range(count)]
-            desk = Desk(stack, brimlo, None, clips=clips)
+            desk = Desk(stack, brimlo, None, clips=made_up_clips(count))
             desk.run("xdotool", "mousemove", "640", "300")
             result = desk.run(hotkey_time, "20")
             print(f"hotkey to screen, {count:,} clips: "

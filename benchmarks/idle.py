@@ -3,13 +3,14 @@ clips. The limit is a process that does nothing but sleep through the same half-
 
 usage: idle.py BRIMLO"""
 
-import json
+import contextlib
 import os
 import pathlib
-import subprocess
 import sys
-import tempfile
 import time
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tour"))
+from desk import Desk, made_up_clips  # noqa: E402
 
 SECONDS = 60
 LIMIT = "import time\nwhile True: time.sleep(0.5)"
@@ -29,33 +30,18 @@ def pss_megabytes(pid):
 
 
 def main():
-    with tempfile.TemporaryDirectory() as home:
-        data = pathlib.Path(home) / "data/BrimloMac"
-        data.mkdir(parents=True)
-        clips = [{"id": str(i), "text": f"clip {i} " + "x" * (20 + i % 360),
-                  "savedAt": 1.7e12 - i, "source": "manual"} for i in range(1000)]
-        (data / "clips.json").write_text(json.dumps(clips))
-        reader, writer = os.pipe()
-        server = subprocess.Popen(["Xvfb", "-displayfd", str(writer), "-noreset"],
-                                  pass_fds=[writer], stderr=subprocess.DEVNULL)
-        display = ":" + os.read(reader, 16).decode().strip()
-        env = dict(os.environ, DISPLAY=display, HOME=home, XDG_DATA_HOME=f"{home}/data",
-                   XDG_CONFIG_HOME=f"{home}/config")
-        ours = subprocess.Popen([sys.argv[1]], env=env)
-        limit = subprocess.Popen([sys.executable, "-c", LIMIT])
-        try:
-            time.sleep(3)
-            before = cpu_milliseconds(ours.pid), cpu_milliseconds(limit.pid)
-            time.sleep(SECONDS)
-            spent = [cpu_milliseconds(process.pid) - start
-                     for process, start in zip((ours, limit), before)]
-            print(f"\nidle for {SECONDS} s with 1,000 clips")
-            print(f"CPU: ours {spent[0]:.0f} ms, limit {spent[1]:.0f} ms; "
-                  f"PSS: {pss_megabytes(ours.pid):.1f} MB (to stay under: 30)")
-        finally:
-            for process in (ours, limit, server):
-                process.terminate()
-                process.wait()
+    with contextlib.ExitStack() as stack:
+        desk = Desk(stack, os.path.abspath(sys.argv[1]), None, clips=made_up_clips(1000),
+                    manager=None)
+        limit = desk.spawn(sys.executable, "-c", LIMIT)
+        processes = desk.brimlo.pid, limit.pid
+        time.sleep(3)
+        before = [cpu_milliseconds(pid) for pid in processes]
+        time.sleep(SECONDS)
+        spent = [cpu_milliseconds(pid) - start for pid, start in zip(processes, before)]
+        print(f"\nidle for {SECONDS} s with 1,000 clips")
+        print(f"CPU: ours {spent[0]:.0f} ms, limit {spent[1]:.0f} ms; "
+              f"PSS: {pss_megabytes(desk.brimlo.pid):.1f} MB (to stay under: 30)")
 
 
 if __name__ == "__main__":

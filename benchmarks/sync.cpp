@@ -89,8 +89,7 @@ class NoFiles : public FileSystem {
 class Machine {
  public:
   explicit Machine(CloudDatabase& cloud)
-      : scheduler_({background_, cloud, entitlements_, log_, loop_, strings_}, store, templates_,
-                   1e12) {}
+      : scheduler_({background_, cloud, entitlements_, log_, loop_, strings_}, store, templates_) {}
 
   struct Cost {
     double run = 0;   // all of it, milliseconds
@@ -103,7 +102,7 @@ class Machine {
       cost.main = std::max(cost.main, time);
       cost.run += time;
     };
-    onMain([&] { scheduler_.syncNow(); });
+    onMain([&] { scheduler_.syncNow(1e12); });
     while (scheduler_.isSyncing().value()) {
       cost.run += milliseconds([&] { background_.run(); });
       onMain([&] { loop_.drain(); });

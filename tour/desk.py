@@ -12,12 +12,18 @@ import time
 SHOWN = 60  # characters of a text that are printed
 
 
+def made_up_clips(count):
+    return [{"id": str(i), "text": f"clip {i} " + "x" * (20 + i % 360), "savedAt": 1.7e12 - i,
+             "source": "manual"} for i in range(count)]
+
+
 class Desk:
     """A virtual display with a window manager, a home of its own, and the program."""
 
     def __init__(self, stack, brimlo, screenshots, *server_options, clips=None, templates=None,
-                 manager=("openbox",), prepare=lambda home: None):
-        """`prepare` is given the home before the program starts in it."""
+                 manager=("openbox",), prepare=lambda home: None, onboarding=False):
+        """`prepare` is given the home before the program starts in it. `onboarding`: whether that
+        is still to be shown."""
         self.stack = stack
         self.brimlo_path = brimlo
         self.screenshots = screenshots
@@ -43,6 +49,10 @@ class Desk:
             if content is not None:
                 self.data.mkdir(parents=True, exist_ok=True)
                 (self.data / f"{name}.json").write_text(json.dumps(content))
+        self.settings = self.home / "config/BrimloMac/defaults.ini"
+        self.settings.parent.mkdir(parents=True)
+        if not onboarding:
+            self.settings.write_text("[General]\nmacOnboardingDone=true\n")
         prepare(self.home)
         self.start()
 

@@ -129,7 +129,8 @@ def restarts(desk):
     desk.brimlo.kill()
     desk.brimlo.wait()
     desk.xclip(b"copied while nothing ran")
-    (desk.home / "config/BrimloMac/defaults.ini").write_text("[General]\nexcludePasswords=true\n")
+    with desk.settings.open("a") as settings:
+        settings.write("excludePasswords=true\n")
     desk.start()
     desk.xclip(b"Passw0rd!")
     time.sleep(1)

@@ -23,6 +23,116 @@
         <extracomment>Notification title: copied</extracomment>
         <translation>Kopiert</translation>
     </message>
+    <message id="onboarding.ax.button">
+        <source></source>
+        <extracomment>Allow accessibility button</extracomment>
+        <translation>Zugriff erbitten</translation>
+    </message>
+    <message id="onboarding.ax.granted">
+        <source></source>
+        <extracomment>Accessibility granted status</extracomment>
+        <translation>Brimlo darf für Sie einfügen</translation>
+    </message>
+    <message id="onboarding.ax.note">
+        <source></source>
+        <extracomment>Accessibility note</extracomment>
+        <translation>Ohne Zugriff liegt Ihre Auswahl in der Zwischenablage, und Sie drücken selbst Strg+V.</translation>
+    </message>
+    <message id="onboarding.back">
+        <source></source>
+        <extracomment>Onboarding back button</extracomment>
+        <translation>Zurück</translation>
+    </message>
+    <message id="onboarding.next">
+        <source></source>
+        <extracomment>Onboarding next button</extracomment>
+        <translation>Weiter</translation>
+    </message>
+    <message id="onboarding.practice.body">
+        <source></source>
+        <extracomment>Practice step body</extracomment>
+        <translation>Kopieren Sie diesen Satz und holen Sie ihn zurück.</translation>
+    </message>
+    <message id="onboarding.practice.copy">
+        <source></source>
+        <extracomment>Copy sample button</extracomment>
+        <translation>Kopieren</translation>
+    </message>
+    <message id="onboarding.practice.paste_placeholder">
+        <source></source>
+        <extracomment>Practice paste placeholder</extracomment>
+        <translation>Hier einfügen</translation>
+    </message>
+    <message id="onboarding.practice.pasted">
+        <source></source>
+        <extracomment>Practice: pasted feedback</extracomment>
+        <translation>Mehr ist nicht dabei.</translation>
+    </message>
+    <message id="onboarding.practice.sample">
+        <source></source>
+        <extracomment>Practice sample text</extracomment>
+        <translation>Der Tee ist fertig, und Kuchen gibt es für alle.</translation>
+    </message>
+    <message id="onboarding.practice.stacked">
+        <source></source>
+        <extracomment>Practice: stacked feedback</extracomment>
+        <translation>Er steht jetzt in Ihrem Verlauf.</translation>
+    </message>
+    <message id="onboarding.practice.step1">
+        <source></source>
+        <extracomment>Practice step 1 guide</extracomment>
+        <translation>Drücken Sie den Knopf, oder markieren Sie den Satz und drücken Sie Strg+C.</translation>
+    </message>
+    <message id="onboarding.practice.step2">
+        <source></source>
+        <extracomment>Practice step 2 guide</extracomment>
+        <translation>Klicken Sie in das Feld und drücken Sie Strg+V. Dann versuchen Sie Umschalt+Super+V und die Eingabetaste.</translation>
+    </message>
+    <message id="onboarding.practice.title">
+        <source></source>
+        <extracomment>Practice step title</extracomment>
+        <translation>Einmal ausprobieren</translation>
+    </message>
+    <message id="onboarding.start">
+        <source></source>
+        <extracomment>Onboarding finish button</extracomment>
+        <translation>Los geht’s</translation>
+    </message>
+    <message id="onboarding.step1.body">
+        <source></source>
+        <extracomment>Onboarding step 1 body</extracomment>
+        <translation>Brimlo bewahrt jeden Text auf, den Sie kopieren. Drücken Sie in irgendeinem Programm Umschalt+Super+V, tippen Sie ein paar Buchstaben davon und drücken Sie die Eingabetaste: Schon steht er dort, wo Sie gerade arbeiten.</translation>
+    </message>
+    <message id="onboarding.step1.title">
+        <source></source>
+        <extracomment>Onboarding step 1 title</extracomment>
+        <translation>Nichts Kopiertes geht verloren</translation>
+    </message>
+    <message id="onboarding.step2.body">
+        <source></source>
+        <extracomment>Onboarding step 2 body</extracomment>
+        <translation>Zugriff heißt, dass Brimlo in dieser Sitzung für Sie Strg+V drücken darf, in dem Fenster, in dem Sie gerade arbeiten. Auf einem X11-Desktop ist das meist so, und Sie müssen nichts einstellen.</translation>
+    </message>
+    <message id="onboarding.step2.title">
+        <source></source>
+        <extracomment>Onboarding step 2 title</extracomment>
+        <translation>Brimlo für Sie einfügen lassen</translation>
+    </message>
+    <message id="onboarding.step3.body">
+        <source></source>
+        <extracomment>Onboarding step 3 body</extracomment>
+        <translation>Ihre Rechner können einen gemeinsamen Verlauf haben, und Ihr Telefon kann einen Text herüberreichen. Dazu genügt eine Zeile in ~/⁠.config/⁠BrimloMac/⁠account; ohne sie bleibt alles auf diesem Rechner.</translation>
+    </message>
+    <message id="onboarding.step3.title">
+        <source></source>
+        <extracomment>Onboarding step 3 title</extracomment>
+        <translation>Ihr Telefon und Ihre anderen Rechner</translation>
+    </message>
+    <message id="onboarding.window_title">
+        <source></source>
+        <extracomment>Onboarding window title, for the taskbar</extracomment>
+        <translation>Willkommen bei Brimlo</translation>
+    </message>
     <message id="palette.empty">
         <source></source>
         <extracomment>Palette empty history</extracomment>

@@ -23,6 +23,116 @@
         <extracomment>Notification title: copied</extracomment>
         <translation>Copied</translation>
     </message>
+    <message id="onboarding.ax.button">
+        <source></source>
+        <extracomment>Allow accessibility button</extracomment>
+        <translation>Ask for access</translation>
+    </message>
+    <message id="onboarding.ax.granted">
+        <source></source>
+        <extracomment>Accessibility granted status</extracomment>
+        <translation>Brimlo may paste for you</translation>
+    </message>
+    <message id="onboarding.ax.note">
+        <source></source>
+        <extracomment>Accessibility note</extracomment>
+        <translation>Without access, what you choose is put on the clipboard, and you press Ctrl+V yourself.</translation>
+    </message>
+    <message id="onboarding.back">
+        <source></source>
+        <extracomment>Onboarding back button</extracomment>
+        <translation>Back</translation>
+    </message>
+    <message id="onboarding.next">
+        <source></source>
+        <extracomment>Onboarding next button</extracomment>
+        <translation>Next</translation>
+    </message>
+    <message id="onboarding.practice.body">
+        <source></source>
+        <extracomment>Practice step body</extracomment>
+        <translation>Copy this sentence, then bring it back.</translation>
+    </message>
+    <message id="onboarding.practice.copy">
+        <source></source>
+        <extracomment>Copy sample button</extracomment>
+        <translation>Copy</translation>
+    </message>
+    <message id="onboarding.practice.paste_placeholder">
+        <source></source>
+        <extracomment>Practice paste placeholder</extracomment>
+        <translation>Paste here</translation>
+    </message>
+    <message id="onboarding.practice.pasted">
+        <source></source>
+        <extracomment>Practice: pasted feedback</extracomment>
+        <translation>That is all there is to it.</translation>
+    </message>
+    <message id="onboarding.practice.sample">
+        <source></source>
+        <extracomment>Practice sample text</extracomment>
+        <translation>The kettle is on, and there is cake for everyone.</translation>
+    </message>
+    <message id="onboarding.practice.stacked">
+        <source></source>
+        <extracomment>Practice: stacked feedback</extracomment>
+        <translation>It is in your history now.</translation>
+    </message>
+    <message id="onboarding.practice.step1">
+        <source></source>
+        <extracomment>Practice step 1 guide</extracomment>
+        <translation>Press the button, or select the sentence and press Ctrl+C.</translation>
+    </message>
+    <message id="onboarding.practice.step2">
+        <source></source>
+        <extracomment>Practice step 2 guide</extracomment>
+        <translation>Click into the field and press Ctrl+V. Then try Shift+Super+V and Return.</translation>
+    </message>
+    <message id="onboarding.practice.title">
+        <source></source>
+        <extracomment>Practice step title</extracomment>
+        <translation>Try it once</translation>
+    </message>
+    <message id="onboarding.start">
+        <source></source>
+        <extracomment>Onboarding finish button</extracomment>
+        <translation>Start</translation>
+    </message>
+    <message id="onboarding.step1.body">
+        <source></source>
+        <extracomment>Onboarding step 1 body</extracomment>
+        <translation>Brimlo keeps every text you copy. Press Shift+Super+V in any program, type a few letters of what you are looking for and press Return: it stands where you were working.</translation>
+    </message>
+    <message id="onboarding.step1.title">
+        <source></source>
+        <extracomment>Onboarding step 1 title</extracomment>
+        <translation>Nothing you copy is lost</translation>
+    </message>
+    <message id="onboarding.step2.body">
+        <source></source>
+        <extracomment>Onboarding step 2 body</extracomment>
+        <translation>Accessibility access means that this session lets Brimlo press Ctrl+V for you, in the window you were working in. On an X11 desktop that is usually so, and there is nothing to set up.</translation>
+    </message>
+    <message id="onboarding.step2.title">
+        <source></source>
+        <extracomment>Onboarding step 2 title</extracomment>
+        <translation>Let Brimlo paste for you</translation>
+    </message>
+    <message id="onboarding.step3.body">
+        <source></source>
+        <extracomment>Onboarding step 3 body</extracomment>
+        <translation>Your machines can share one history, and your phone can hand a text over. That takes one line in ~/⁠.config/⁠BrimloMac/⁠account; without it, everything stays on this machine.</translation>
+    </message>
+    <message id="onboarding.step3.title">
+        <source></source>
+        <extracomment>Onboarding step 3 title</extracomment>
+        <translation>Your phone and your other machines</translation>
+    </message>
+    <message id="onboarding.window_title">
+        <source></source>
+        <extracomment>Onboarding window title, for the taskbar</extracomment>
+        <translation>Welcome to Brimlo</translation>
+    </message>
     <message id="palette.empty">
         <source></source>
         <extracomment>Palette empty history</extracomment>

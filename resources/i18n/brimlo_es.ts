@@ -23,6 +23,116 @@
         <extracomment>Notification title: copied</extracomment>
         <translation>Copiado</translation>
     </message>
+    <message id="onboarding.ax.button">
+        <source></source>
+        <extracomment>Allow accessibility button</extracomment>
+        <translation>Solicitar acceso</translation>
+    </message>
+    <message id="onboarding.ax.granted">
+        <source></source>
+        <extracomment>Accessibility granted status</extracomment>
+        <translation>Brimlo puede pegar por usted</translation>
+    </message>
+    <message id="onboarding.ax.note">
+        <source></source>
+        <extracomment>Accessibility note</extracomment>
+        <translation>Sin acceso, lo que elija queda en el portapapeles y usted pulsa Ctrl+V.</translation>
+    </message>
+    <message id="onboarding.back">
+        <source></source>
+        <extracomment>Onboarding back button</extracomment>
+        <translation>Atrás</translation>
+    </message>
+    <message id="onboarding.next">
+        <source></source>
+        <extracomment>Onboarding next button</extracomment>
+        <translation>Siguiente</translation>
+    </message>
+    <message id="onboarding.practice.body">
+        <source></source>
+        <extracomment>Practice step body</extracomment>
+        <translation>Copie esta frase y recupérela.</translation>
+    </message>
+    <message id="onboarding.practice.copy">
+        <source></source>
+        <extracomment>Copy sample button</extracomment>
+        <translation>Copiar</translation>
+    </message>
+    <message id="onboarding.practice.paste_placeholder">
+        <source></source>
+        <extracomment>Practice paste placeholder</extracomment>
+        <translation>Pegue aquí</translation>
+    </message>
+    <message id="onboarding.practice.pasted">
+        <source></source>
+        <extracomment>Practice: pasted feedback</extracomment>
+        <translation>Eso es todo.</translation>
+    </message>
+    <message id="onboarding.practice.sample">
+        <source></source>
+        <extracomment>Practice sample text</extracomment>
+        <translation>El café está listo y hay pastel para todos.</translation>
+    </message>
+    <message id="onboarding.practice.stacked">
+        <source></source>
+        <extracomment>Practice: stacked feedback</extracomment>
+        <translation>Ya está en su historial.</translation>
+    </message>
+    <message id="onboarding.practice.step1">
+        <source></source>
+        <extracomment>Practice step 1 guide</extracomment>
+        <translation>Pulse el botón, o seleccione la frase y pulse Ctrl+C.</translation>
+    </message>
+    <message id="onboarding.practice.step2">
+        <source></source>
+        <extracomment>Practice step 2 guide</extracomment>
+        <translation>Haga clic en el campo y pulse Ctrl+V. Después pruebe Mayús+Super+V e Intro.</translation>
+    </message>
+    <message id="onboarding.practice.title">
+        <source></source>
+        <extracomment>Practice step title</extracomment>
+        <translation>Pruébelo una vez</translation>
+    </message>
+    <message id="onboarding.start">
+        <source></source>
+        <extracomment>Onboarding finish button</extracomment>
+        <translation>Empezar</translation>
+    </message>
+    <message id="onboarding.step1.body">
+        <source></source>
+        <extracomment>Onboarding step 1 body</extracomment>
+        <translation>Brimlo guarda cada texto que copia. Pulse Mayús+Super+V en cualquier programa, escriba unas letras de lo que busca y pulse Intro: aparece donde estaba trabajando.</translation>
+    </message>
+    <message id="onboarding.step1.title">
+        <source></source>
+        <extracomment>Onboarding step 1 title</extracomment>
+        <translation>Nada de lo que copia se pierde</translation>
+    </message>
+    <message id="onboarding.step2.body">
+        <source></source>
+        <extracomment>Onboarding step 2 body</extracomment>
+        <translation>El acceso significa que esta sesión permite a Brimlo pulsar Ctrl+V por usted, en la ventana en la que trabajaba. En un escritorio X11 suele ser así y no hay nada que configurar.</translation>
+    </message>
+    <message id="onboarding.step2.title">
+        <source></source>
+        <extracomment>Onboarding step 2 title</extracomment>
+        <translation>Deje que Brimlo pegue por usted</translation>
+    </message>
+    <message id="onboarding.step3.body">
+        <source></source>
+        <extracomment>Onboarding step 3 body</extracomment>
+        <translation>Sus equipos pueden compartir un historial y su teléfono puede enviarles un texto. Basta una línea en ~/⁠.config/⁠BrimloMac/⁠account; sin ella, todo se queda en este equipo.</translation>
+    </message>
+    <message id="onboarding.step3.title">
+        <source></source>
+        <extracomment>Onboarding step 3 title</extracomment>
+        <translation>Su teléfono y sus otros equipos</translation>
+    </message>
+    <message id="onboarding.window_title">
+        <source></source>
+        <extracomment>Onboarding window title, for the taskbar</extracomment>
+        <translation>Le damos la bienvenida a Brimlo</translation>
+    </message>
     <message id="palette.empty">
         <source></source>
         <extracomment>Palette empty history</extracomment>

@@ -23,6 +23,116 @@
         <extracomment>Notification title: copied</extracomment>
         <translation>Copié</translation>
     </message>
+    <message id="onboarding.ax.button">
+        <source></source>
+        <extracomment>Allow accessibility button</extracomment>
+        <translation>Demander l’accès</translation>
+    </message>
+    <message id="onboarding.ax.granted">
+        <source></source>
+        <extracomment>Accessibility granted status</extracomment>
+        <translation>Brimlo peut coller pour vous</translation>
+    </message>
+    <message id="onboarding.ax.note">
+        <source></source>
+        <extracomment>Accessibility note</extracomment>
+        <translation>Sans accès, votre choix est placé dans le presse-papiers et vous appuyez vous-même sur Ctrl+V.</translation>
+    </message>
+    <message id="onboarding.back">
+        <source></source>
+        <extracomment>Onboarding back button</extracomment>
+        <translation>Retour</translation>
+    </message>
+    <message id="onboarding.next">
+        <source></source>
+        <extracomment>Onboarding next button</extracomment>
+        <translation>Suivant</translation>
+    </message>
+    <message id="onboarding.practice.body">
+        <source></source>
+        <extracomment>Practice step body</extracomment>
+        <translation>Copiez cette phrase, puis retrouvez-la.</translation>
+    </message>
+    <message id="onboarding.practice.copy">
+        <source></source>
+        <extracomment>Copy sample button</extracomment>
+        <translation>Copier</translation>
+    </message>
+    <message id="onboarding.practice.paste_placeholder">
+        <source></source>
+        <extracomment>Practice paste placeholder</extracomment>
+        <translation>Collez ici</translation>
+    </message>
+    <message id="onboarding.practice.pasted">
+        <source></source>
+        <extracomment>Practice: pasted feedback</extracomment>
+        <translation>C’est tout.</translation>
+    </message>
+    <message id="onboarding.practice.sample">
+        <source></source>
+        <extracomment>Practice sample text</extracomment>
+        <translation>Le thé est prêt, et il y a du gâteau pour tout le monde.</translation>
+    </message>
+    <message id="onboarding.practice.stacked">
+        <source></source>
+        <extracomment>Practice: stacked feedback</extracomment>
+        <translation>Elle est maintenant dans votre historique.</translation>
+    </message>
+    <message id="onboarding.practice.step1">
+        <source></source>
+        <extracomment>Practice step 1 guide</extracomment>
+        <translation>Appuyez sur le bouton, ou sélectionnez la phrase et appuyez sur Ctrl+C.</translation>
+    </message>
+    <message id="onboarding.practice.step2">
+        <source></source>
+        <extracomment>Practice step 2 guide</extracomment>
+        <translation>Cliquez dans le champ et appuyez sur Ctrl+V. Essayez ensuite Maj+Super+V puis Entrée.</translation>
+    </message>
+    <message id="onboarding.practice.title">
+        <source></source>
+        <extracomment>Practice step title</extracomment>
+        <translation>Essayez une fois</translation>
+    </message>
+    <message id="onboarding.start">
+        <source></source>
+        <extracomment>Onboarding finish button</extracomment>
+        <translation>Commencer</translation>
+    </message>
+    <message id="onboarding.step1.body">
+        <source></source>
+        <extracomment>Onboarding step 1 body</extracomment>
+        <translation>Brimlo garde chaque texte que vous copiez. Appuyez sur Maj+Super+V dans n’importe quel programme, tapez quelques lettres de ce que vous cherchez, puis Entrée : le texte est là où vous travailliez.</translation>
+    </message>
+    <message id="onboarding.step1.title">
+        <source></source>
+        <extracomment>Onboarding step 1 title</extracomment>
+        <translation>Rien de ce que vous copiez n’est perdu</translation>
+    </message>
+    <message id="onboarding.step2.body">
+        <source></source>
+        <extracomment>Onboarding step 2 body</extracomment>
+        <translation>L’accès signifie que cette session laisse Brimlo appuyer sur Ctrl+V pour vous, dans la fenêtre où vous travailliez. Sur un bureau X11 c’est en général le cas, et il n’y a rien à régler.</translation>
+    </message>
+    <message id="onboarding.step2.title">
+        <source></source>
+        <extracomment>Onboarding step 2 title</extracomment>
+        <translation>Laissez Brimlo coller pour vous</translation>
+    </message>
+    <message id="onboarding.step3.body">
+        <source></source>
+        <extracomment>Onboarding step 3 body</extracomment>
+        <translation>Vos machines peuvent partager un historique, et votre téléphone peut leur transmettre un texte. Il suffit d’une ligne dans ~/⁠.config/⁠BrimloMac/⁠account ; sans elle, tout reste sur cette machine.</translation>
+    </message>
+    <message id="onboarding.step3.title">
+        <source></source>
+        <extracomment>Onboarding step 3 title</extracomment>
+        <translation>Votre téléphone et vos autres machines</translation>
+    </message>
+    <message id="onboarding.window_title">
+        <source></source>
+        <extracomment>Onboarding window title, for the taskbar</extracomment>
+        <translation>Bienvenue dans Brimlo</translation>
+    </message>
     <message id="palette.empty">
         <source></source>
         <extracomment>Palette empty history</extracomment>

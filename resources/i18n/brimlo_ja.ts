@@ -23,6 +23,116 @@
         <extracomment>Notification title: copied</extracomment>
         <translation>コピーしました</translation>
     </message>
+    <message id="onboarding.ax.button">
+        <source></source>
+        <extracomment>Allow accessibility button</extracomment>
+        <translation>アクセスを求める</translation>
+    </message>
+    <message id="onboarding.ax.granted">
+        <source></source>
+        <extracomment>Accessibility granted status</extracomment>
+        <translation>Brimloが代わりに貼り付けできます</translation>
+    </message>
+    <message id="onboarding.ax.note">
+        <source></source>
+        <extracomment>Accessibility note</extracomment>
+        <translation>アクセスがない場合、選んだテキストはクリップボードに入ります。Ctrl+Vはご自身で押してください。</translation>
+    </message>
+    <message id="onboarding.back">
+        <source></source>
+        <extracomment>Onboarding back button</extracomment>
+        <translation>戻る</translation>
+    </message>
+    <message id="onboarding.next">
+        <source></source>
+        <extracomment>Onboarding next button</extracomment>
+        <translation>次へ</translation>
+    </message>
+    <message id="onboarding.practice.body">
+        <source></source>
+        <extracomment>Practice step body</extracomment>
+        <translation>この文をコピーして、呼び戻してみましょう。</translation>
+    </message>
+    <message id="onboarding.practice.copy">
+        <source></source>
+        <extracomment>Copy sample button</extracomment>
+        <translation>コピー</translation>
+    </message>
+    <message id="onboarding.practice.paste_placeholder">
+        <source></source>
+        <extracomment>Practice paste placeholder</extracomment>
+        <translation>ここに貼り付け</translation>
+    </message>
+    <message id="onboarding.practice.pasted">
+        <source></source>
+        <extracomment>Practice: pasted feedback</extracomment>
+        <translation>これだけです。</translation>
+    </message>
+    <message id="onboarding.practice.sample">
+        <source></source>
+        <extracomment>Practice sample text</extracomment>
+        <translation>お茶が入りました。ケーキもみんなの分あります。</translation>
+    </message>
+    <message id="onboarding.practice.stacked">
+        <source></source>
+        <extracomment>Practice: stacked feedback</extracomment>
+        <translation>履歴に入りました。</translation>
+    </message>
+    <message id="onboarding.practice.step1">
+        <source></source>
+        <extracomment>Practice step 1 guide</extracomment>
+        <translation>ボタンを押すか、文を選択してCtrl+Cを押します。</translation>
+    </message>
+    <message id="onboarding.practice.step2">
+        <source></source>
+        <extracomment>Practice step 2 guide</extracomment>
+        <translation>欄をクリックしてCtrl+Vを押します。次はShift+Super+VとReturnを試してください。</translation>
+    </message>
+    <message id="onboarding.practice.title">
+        <source></source>
+        <extracomment>Practice step title</extracomment>
+        <translation>一度試してみる</translation>
+    </message>
+    <message id="onboarding.start">
+        <source></source>
+        <extracomment>Onboarding finish button</extracomment>
+        <translation>始める</translation>
+    </message>
+    <message id="onboarding.step1.body">
+        <source></source>
+        <extracomment>Onboarding step 1 body</extracomment>
+        <translation>Brimloは、コピーしたテキストをすべて残します。どのアプリでもShift+Super+Vを押し、探しているテキストを数文字入力してReturnを押せば、作業していた場所に入ります。</translation>
+    </message>
+    <message id="onboarding.step1.title">
+        <source></source>
+        <extracomment>Onboarding step 1 title</extracomment>
+        <translation>コピーしたものは失われません</translation>
+    </message>
+    <message id="onboarding.step2.body">
+        <source></source>
+        <extracomment>Onboarding step 2 body</extracomment>
+        <translation>アクセスとは、作業していたウィンドウでBrimloが代わりにCtrl+Vを押すことを、このセッションが許可することです。X11デスクトップでは通常許可されており、設定は必要ありません。</translation>
+    </message>
+    <message id="onboarding.step2.title">
+        <source></source>
+        <extracomment>Onboarding step 2 title</extracomment>
+        <translation>Brimloに貼り付けを任せる</translation>
+    </message>
+    <message id="onboarding.step3.body">
+        <source></source>
+        <extracomment>Onboarding step 3 body</extracomment>
+        <translation>複数のマシンで一つの履歴を共有し、電話からテキストを渡すことができます。~/⁠.config/⁠BrimloMac/⁠account に一行書くだけです。書かなければ、すべてこのマシンに残ります。</translation>
+    </message>
+    <message id="onboarding.step3.title">
+        <source></source>
+        <extracomment>Onboarding step 3 title</extracomment>
+        <translation>電話とほかのマシン</translation>
+    </message>
+    <message id="onboarding.window_title">
+        <source></source>
+        <extracomment>Onboarding window title, for the taskbar</extracomment>
+        <translation>Brimloへようこそ</translation>
+    </message>
     <message id="palette.empty">
         <source></source>
         <extracomment>Palette empty history</extracomment>

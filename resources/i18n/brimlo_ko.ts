@@ -23,6 +23,116 @@
         <extracomment>Notification title: copied</extracomment>
         <translation>복사됨</translation>
     </message>
+    <message id="onboarding.ax.button">
+        <source></source>
+        <extracomment>Allow accessibility button</extracomment>
+        <translation>접근 권한 요청</translation>
+    </message>
+    <message id="onboarding.ax.granted">
+        <source></source>
+        <extracomment>Accessibility granted status</extracomment>
+        <translation>Brimlo가 대신 붙여넣을 수 있습니다</translation>
+    </message>
+    <message id="onboarding.ax.note">
+        <source></source>
+        <extracomment>Accessibility note</extracomment>
+        <translation>접근 권한이 없으면 선택한 텍스트가 클립보드에 놓이며, Ctrl+V는 직접 눌러야 합니다.</translation>
+    </message>
+    <message id="onboarding.back">
+        <source></source>
+        <extracomment>Onboarding back button</extracomment>
+        <translation>뒤로</translation>
+    </message>
+    <message id="onboarding.next">
+        <source></source>
+        <extracomment>Onboarding next button</extracomment>
+        <translation>다음</translation>
+    </message>
+    <message id="onboarding.practice.body">
+        <source></source>
+        <extracomment>Practice step body</extracomment>
+        <translation>이 문장을 복사한 다음 다시 불러와 보세요.</translation>
+    </message>
+    <message id="onboarding.practice.copy">
+        <source></source>
+        <extracomment>Copy sample button</extracomment>
+        <translation>복사</translation>
+    </message>
+    <message id="onboarding.practice.paste_placeholder">
+        <source></source>
+        <extracomment>Practice paste placeholder</extracomment>
+        <translation>여기에 붙여넣기</translation>
+    </message>
+    <message id="onboarding.practice.pasted">
+        <source></source>
+        <extracomment>Practice: pasted feedback</extracomment>
+        <translation>이게 전부입니다.</translation>
+    </message>
+    <message id="onboarding.practice.sample">
+        <source></source>
+        <extracomment>Practice sample text</extracomment>
+        <translation>차가 준비되었고 케이크도 모두의 몫이 있어요.</translation>
+    </message>
+    <message id="onboarding.practice.stacked">
+        <source></source>
+        <extracomment>Practice: stacked feedback</extracomment>
+        <translation>이제 기록에 있습니다.</translation>
+    </message>
+    <message id="onboarding.practice.step1">
+        <source></source>
+        <extracomment>Practice step 1 guide</extracomment>
+        <translation>버튼을 누르거나 문장을 선택하고 Ctrl+C를 누르세요.</translation>
+    </message>
+    <message id="onboarding.practice.step2">
+        <source></source>
+        <extracomment>Practice step 2 guide</extracomment>
+        <translation>칸을 클릭하고 Ctrl+V를 누르세요. 그다음 Shift+Super+V와 Return을 써 보세요.</translation>
+    </message>
+    <message id="onboarding.practice.title">
+        <source></source>
+        <extracomment>Practice step title</extracomment>
+        <translation>한 번 해 보기</translation>
+    </message>
+    <message id="onboarding.start">
+        <source></source>
+        <extracomment>Onboarding finish button</extracomment>
+        <translation>시작</translation>
+    </message>
+    <message id="onboarding.step1.body">
+        <source></source>
+        <extracomment>Onboarding step 1 body</extracomment>
+        <translation>Brimlo는 복사한 모든 텍스트를 보관합니다. 어느 프로그램에서든 Shift+Super+V를 누르고 찾는 글자를 몇 자 입력한 뒤 Return을 누르면, 작업하던 자리에 들어갑니다.</translation>
+    </message>
+    <message id="onboarding.step1.title">
+        <source></source>
+        <extracomment>Onboarding step 1 title</extracomment>
+        <translation>복사한 것은 사라지지 않습니다</translation>
+    </message>
+    <message id="onboarding.step2.body">
+        <source></source>
+        <extracomment>Onboarding step 2 body</extracomment>
+        <translation>접근 권한이란 작업하던 창에서 Brimlo가 대신 Ctrl+V를 누르도록 이 세션이 허용하는 것입니다. X11 데스크톱에서는 보통 허용되어 있어 설정할 것이 없습니다.</translation>
+    </message>
+    <message id="onboarding.step2.title">
+        <source></source>
+        <extracomment>Onboarding step 2 title</extracomment>
+        <translation>Brimlo가 대신 붙여넣게 하기</translation>
+    </message>
+    <message id="onboarding.step3.body">
+        <source></source>
+        <extracomment>Onboarding step 3 body</extracomment>
+        <translation>여러 컴퓨터가 하나의 기록을 함께 쓰고, 전화에서 텍스트를 넘겨줄 수 있습니다. ~/⁠.config/⁠BrimloMac/⁠account에 한 줄만 쓰면 됩니다. 없으면 모든 것이 이 컴퓨터에 남습니다.</translation>
+    </message>
+    <message id="onboarding.step3.title">
+        <source></source>
+        <extracomment>Onboarding step 3 title</extracomment>
+        <translation>전화와 다른 컴퓨터</translation>
+    </message>
+    <message id="onboarding.window_title">
+        <source></source>
+        <extracomment>Onboarding window title, for the taskbar</extracomment>
+        <translation>Brimlo에 오신 것을 환영합니다</translation>
+    </message>
     <message id="palette.empty">
         <source></source>
         <extracomment>Palette empty history</extracomment>

@@ -19,6 +19,13 @@ AppModel::AppModel(const Services& services)
       store_(services.files, services.log, services.dataFolder),
       templateStore_(services.files, services.log, services.dataFolder),
       monitor_(services.pasteboard, services.timers, services.queue),
+      sync_({.background = services.background,
+             .cloud = services.cloud,
+             .entitlements = services.entitlements,
+             .log = services.log,
+             .queue = services.queue,
+             .strings = services.strings},
+            store_, templateStore_),
       hotKey_(services.hotKeys, services.queue, services.log),
       quickPaste_({.clock = services.clock,
                    .environment = services.environment,
@@ -28,14 +35,16 @@ AppModel::AppModel(const Services& services)
                    .screens = services.screens,
                    .locale = services.locale,
                    .makePanel = services.makePalettePanel}),
+      onboarding_({.accessibility = services.accessibility,
+                   .environment = services.environment,
+                   .defaults = services.defaults,
+                   .log = services.log,
+                   .pasteboard = services.pasteboard,
+                   .screens = services.screens,
+                   .strings = services.strings,
+                   .timers = services.timers,
+                   .makeWindow = services.makeOnboardingWindow}),
       launchMs_(services.clock.nowMs()),
-      sync_({.background = services.background,
-             .cloud = services.cloud,
-             .entitlements = services.entitlements,
-             .log = services.log,
-             .queue = services.queue,
-             .strings = services.strings},
-            store_, templateStore_, launchMs_),
       autoApply_(services.defaults.boolForKey(kAutoApplyKey).value_or(true)),
       quickPasteEnabled_(services.defaults.boolForKey(kQuickPasteEnabledKey).value_or(true)),
       excludePasswords_(services.defaults.boolForKey(kExcludePasswordsKey).value_or(false)),
@@ -60,6 +69,7 @@ AppModel::AppModel(const Services& services)
                         anchor_.guard([this](const std::string& text, const std::string& source) {
                           pasteText(text, source);
                         }));
+  services_.queue.async(anchor_.guard([this] { showOnboardingIfNeeded(); }));
   connectSync();
 }
 
@@ -98,6 +108,7 @@ void AppModel::handleCapturedText(const std::string& text) {
   }
   store_.add(text, "manual", services_.clock.nowMs());
   services_.log.write("captured local clip (" + characters + " chars)");
+  onboarding_.checkCapturedText(text);
 }
 
 void AppModel::pasteText(const std::string& text, const std::string& source) {
@@ -108,14 +119,27 @@ void AppModel::connectPalette() {
   quickPaste_.setClipsProvider([this] { return store_.clips().value(); });
   quickPaste_.setTemplatesProvider([this] { return templateStore_.templates().value(); });
   quickPaste_.setOnConfirm([this](const Clip& clip) { pasteText(clip.text, clip.source); });
-  quickPaste_.setOnConfirmTemplate([this](const Template& chosen) {
-    pasteText(renderTemplate(chosen.body, {.nowMs = services_.clock.nowMs(),
-                                           .locale = services_.locale,
-                                           .timeZone = "",
-                                           .clipboard = services_.pasteboard.string()}),
-              "manual");
-  });
+  quickPaste_.setOnConfirmTemplate(
+      [this](const Template& chosen) { pasteText(rendered(chosen), "manual"); });
   hotKey_.setOnPressed(anchor_.guard([this] { hotKeyPressed(); }));
+}
+
+std::string AppModel::rendered(const Template& chosen) const {
+  return renderTemplate(chosen.body, {.nowMs = services_.clock.nowMs(),
+                                      .locale = services_.locale,
+                                      .timeZone = "",
+                                      .clipboard = services_.pasteboard.string()});
+}
+
+void AppModel::copyTemplate(const Template& chosen) {
+  const std::string text = rendered(chosen);
+  monitor_.writeOwnText(text);
+  store_.add(text, "manual", services_.clock.nowMs());
+  services_.log.write("copied template to pasteboard");
+}
+
+void AppModel::showOnboardingIfNeeded() {
+  if (!onboarding_.isDone()) onboarding_.present();
 }
 
 void AppModel::connectSync() {

@@ -10,6 +10,7 @@
 #include "base/weak_anchor.h"
 #include "capture/clipboard_monitor.h"
 #include "capture/paste_delivery.h"
+#include "onboarding/onboarding_controller.h"
 #include "palette/quick_paste_controller.h"
 #include "platform/accessibility.h"
 #include "platform/application.h"
@@ -53,6 +54,7 @@ struct Services {
   HotKeys& hotKeys;
   KeyEventPoster& keys;
   std::string locale;  ///< the user's: a POSIX locale name
+  OnboardingController::WindowFactory makeOnboardingWindow;
   QuickPasteController::PanelFactory makePalettePanel;
   const LocalizedStrings& strings;
   MainQueue& queue;
@@ -72,13 +74,15 @@ struct Services {
 class AppModel {
  public:
   /// Starts everything: loads the history, reads the settings, begins to watch the pasteboard,
-  /// takes the hotkey, and syncs, now and every half minute.
+  /// takes the hotkey, and syncs, now and every half minute. Once that has returned to the run
+  /// loop, whoever has not seen the onboarding is shown it.
   explicit AppModel(const Services& services);
 
   ClipStore& store() { return store_; }
   TemplateStore& templateStore() { return templateStore_; }
   ClipboardMonitor& monitor() { return monitor_; }
   QuickPasteController& quickPaste() { return quickPaste_; }
+  OnboardingController& onboarding() { return onboarding_; }
 
   const Published<std::string>& syncStatus() const { return sync_.syncStatus(); }
   const Published<bool>& isSyncing() const { return sync_.isSyncing(); }
@@ -105,8 +109,12 @@ class AppModel {
   /// history with `source`.
   void pasteText(const std::string& text, const std::string& source);
 
+  /// Puts `chosen`, its placeholders filled in, on the pasteboard and at the top of the history.
+  /// Nothing is pasted.
+  void copyTemplate(const Template& chosen);
+
   /// Starts a sync run, unless there is one.
-  void syncNow() { sync_.syncNow(); }
+  void syncNow() { sync_.syncNow(launchMs_); }
 
   /// Stops what runs, makes a last attempt at anything unsaved, and ends the process.
   void quit();
@@ -116,18 +124,21 @@ class AppModel {
   void connectSync();
   void hotKeyPressed();
   void showDebugPalette();
+  void showOnboardingIfNeeded();
+  std::string rendered(const Template& chosen) const;
   void applyQuickPasteEnabled();
 
   Services services_;
   ClipStore store_;
   TemplateStore templateStore_;
   ClipboardMonitor monitor_;
+  SyncScheduler sync_;
   HotKeyManager hotKey_;
   QuickPasteController quickPaste_;
+  OnboardingController onboarding_;
   // The application that the next paste goes to; none until one is remembered.
   std::optional<RunningApplication> quickPasteTargetApp_;
   double launchMs_;
-  SyncScheduler sync_;
   std::unique_ptr<RepeatingTimer> syncTimer_;
   Published<bool> autoApply_;
   Published<bool> quickPasteEnabled_;

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "app/app_model.h"
+#include "onboarding/onboarding_view.h"
 #include "palette/quick_paste_view.h"
 #include "platform/cloud/account_database.h"
 #include "platform/linux/dbus_notifications.h"
@@ -33,6 +34,7 @@
 #include "platform/qt/qt_run_loop.h"
 #include "platform/qt/qt_screens.h"
 #include "platform/qt/qt_strings.h"
+#include "platform/qt/qt_titled_window.h"
 #include "store/guarded_file.h"
 #include "store/template_file.h"
 #include "sync/record_conversions.h"
@@ -121,16 +123,22 @@ int main(int argc, char** argv) {
   // window take their time: so they are made while nobody waits.
   std::unique_ptr<QtKeyablePanel> prepared;
   bool paletteMade = false;
+  const auto text = [&](const char* key) { return strings.text(key); };
+  const auto clipboard = [&] { return pasteboard.string().value_or(std::string()); };
   const auto makePanel = [&](QuickPasteViewState& state) {
     paletteMade = true;
-    auto view = std::make_unique<QuickPasteView>(
-        state, [&](const char* key) { return strings.text(key); },
-        [&] { return pasteboard.string().value_or(std::string()); });
+    auto view = std::make_unique<QuickPasteView>(state, text, clipboard);
     const auto opaqueShape = [view = view.get()] { return view->opaqueShape(); };
     return std::make_unique<QtKeyablePanel>(std::move(view), opaqueShape, windowServer);
   };
   const auto makePalettePanel = [&](QuickPasteViewState& state) {
     return prepared ? std::move(prepared) : makePanel(state);
+  };
+
+  const auto makeOnboardingWindow = [&](OnboardingViewState& state) {
+    return std::make_unique<QtTitledWindow>(
+        std::make_unique<OnboardingView>(state, text, clipboard),
+        strings.text("onboarding.window_title"), workspace);
   };
 
   AppModel model({.accessibility = keys,
@@ -146,6 +154,7 @@ int main(int argc, char** argv) {
                   .hotKeys = hotKeys,
                   .keys = keys,
                   .locale = userLocale(environment),
+                  .makeOnboardingWindow = makeOnboardingWindow,
                   .makePalettePanel = makePalettePanel,
                   .strings = strings,
                   .queue = runLoop,

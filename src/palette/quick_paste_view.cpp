@@ -87,7 +87,7 @@ QWidget* QuickPasteView::listArea() {
     if (state_.onHover) state_.onHover(static_cast<std::int64_t>(row));
   });
   emptyLabel_ = new ui::Label(emptyText_, ui::kCallout, colors_.textSecondary);
-  auto* centred = ui::row({}, {ui::Spacer(), emptyLabel_, ui::Spacer()});
+  auto* centred = ui::centered(emptyLabel_);
   auto* area = new QWidget;
   area->setFixedSize(kCardWidth, kListHeight);
   auto* either = new QStackedLayout(area);

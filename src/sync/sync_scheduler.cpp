@@ -13,21 +13,20 @@ struct SyncScheduler::Run {
 };
 
 SyncScheduler::SyncScheduler(const Services& services, ClipStore& store,
-                             TemplateStore& templateStore, double launchMs)
+                             TemplateStore& templateStore)
     : services_(services),
       store_(store),
       templateStore_(templateStore),
-      launchMs_(launchMs),
       syncStatus_(services.strings.text("sync.status.idle")) {}
 
-void SyncScheduler::syncNow() {
+void SyncScheduler::syncNow(double since) {
   if (isSyncing_.value()) return;
   isSyncing_.set(true);
   const auto run = std::make_shared<Run>();
   run->history = {store_.clips().value(), store_.deletedIds()};
   run->pushed = store_.deletedIds();
-  inBackground(run, [since = launchMs_, &database = services_.cloud,
-                     &entitlements = services_.entitlements, settled = settled_](Run& given) {
+  inBackground(run, [since, &database = services_.cloud, &entitlements = services_.entitlements,
+                     settled = settled_](Run& given) {
     given.outcome = runSync(given.history, since, database, entitlements, *settled);
   });
 }

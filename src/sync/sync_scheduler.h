@@ -34,9 +34,7 @@ class SyncScheduler {
     const LocalizedStrings& strings;
   };
 
-  /// `launchMs`: clips that a phone sent later are to be applied; milliseconds since 1970.
-  SyncScheduler(const Services& services, ClipStore& store, TemplateStore& templateStore,
-                double launchMs);
+  SyncScheduler(const Services& services, ClipStore& store, TemplateStore& templateStore);
 
   /// Takes the newest clip that a phone asks this machine to apply, once a run has brought it into
   /// the history; returns whether it was applied.
@@ -44,8 +42,9 @@ class SyncScheduler {
     onActionClip_ = std::move(onActionClip);
   }
 
-  /// Starts a run. Does nothing while there is one.
-  void syncNow();
+  /// Starts a run. Does nothing while there is one. `since`: clips that a phone sent later are to
+  /// be applied; milliseconds since 1970.
+  void syncNow(double since);
 
   /// For the person: what the last run came to.
   const Published<std::string>& syncStatus() const { return syncStatus_; }
@@ -61,7 +60,6 @@ class SyncScheduler {
   Services services_;
   ClipStore& store_;
   TemplateStore& templateStore_;
-  double launchMs_;
   Published<std::string> syncStatus_;
   Published<bool> isSyncing_{false};
   std::shared_ptr<SettledState> settled_ = std::make_shared<SettledState>();  // the running run's

@@ -4,6 +4,7 @@
 #include <QAccessibleWidget>
 #include <unordered_map>
 
+#include "ui/button.h"
 #include "ui/capsule_tab.h"
 #include "ui/row_list.h"
 
@@ -82,25 +83,29 @@ class RowListAccessible : public QAccessibleWidget {
   mutable std::unordered_map<std::size_t, QAccessible::Id> rows_;
 };
 
-class TabAccessible : public QAccessibleWidget {
+/// A widget that is pressed and has nothing inside it.
+class PressedAccessible : public QAccessibleWidget {
  public:
-  explicit TabAccessible(CapsuleTab& tab) : QAccessibleWidget(&tab, QAccessible::PageTab) {}
-
-  QAccessible::State state() const override {
-    QAccessible::State state = QAccessibleWidget::state();
-    state.selectable = true;
-    state.selected = tab().isSelected();
-    return state;
-  }
+  PressedAccessible(QAbstractButton& button, QAccessible::Role role)
+      : QAccessibleWidget(&button, role) {}
 
   int childCount() const override { return 0; }
   QStringList actionNames() const override { return {pressAction()}; }
   void doAction(const QString& action) override {
-    if (action == pressAction()) tab().click();
+    if (action == pressAction()) static_cast<QAbstractButton*>(widget())->click();
   }
+};
 
- private:
-  CapsuleTab& tab() const { return *static_cast<CapsuleTab*>(widget()); }
+class TabAccessible : public PressedAccessible {
+ public:
+  explicit TabAccessible(CapsuleTab& tab) : PressedAccessible(tab, QAccessible::PageTab) {}
+
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.selectable = true;
+    state.selected = static_cast<CapsuleTab*>(widget())->isSelected();
+    return state;
+  }
 };
 
 bool RowAccessible::isValid() const {
@@ -144,6 +149,9 @@ void RowAccessible::doAction(const QString& action) {
 QAccessibleInterface* make(const QString&, QObject* object) {
   if (auto* list = dynamic_cast<RowList*>(object)) return new RowListAccessible(*list);
   if (auto* tab = dynamic_cast<CapsuleTab*>(object)) return new TabAccessible(*tab);
+  if (auto* button = dynamic_cast<Button*>(object)) {
+    return new PressedAccessible(*button, QAccessible::Button);
+  }
   return nullptr;
 }
 

@@ -13,9 +13,15 @@ void ShapeBox::setFill(const QColor& fill) {
   update();
 }
 
+void ShapeBox::setBorder(const QColor& border) {
+  border_ = border;
+  update();
+}
+
 void ShapeBox::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   fillRounded(painter, rect(), radius_, fill_);
+  if (border_.alpha() > 0) strokeRounded(painter, rect(), radius_, border_, 1);
 }
 
 ShapeBox* divider(const QColor& color) {

@@ -12,6 +12,8 @@ class ShapeBox : public QWidget {
   ShapeBox(double radius, const QColor& fill);
 
   void setFill(const QColor& fill);
+  /// A line of one pixel inside its edge.
+  void setBorder(const QColor& border);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -19,6 +21,7 @@ class ShapeBox : public QWidget {
  private:
   double radius_;
   QColor fill_;
+  QColor border_ = Qt::transparent;
 };
 
 /// A line one pixel high, as wide as its stack.

@@ -36,4 +36,14 @@ QWidget* row(const StackOptions& options, std::initializer_list<StackItem> items
   return widget;
 }
 
+QWidget* column(const StackOptions& options, std::initializer_list<StackItem> items) {
+  auto* widget = new QWidget;
+  layOutColumn(*widget, options, items);
+  return widget;
+}
+
+QWidget* centered(QWidget* item) {
+  return row({}, {Spacer(), item, Spacer()});
+}
+
 }  // namespace brimlo::ui

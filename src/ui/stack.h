@@ -30,5 +30,9 @@ void layOutColumn(QWidget& into, const StackOptions& options,
 
 /// A new widget, which the caller puts into another, with such a layout.
 QWidget* row(const StackOptions& options, std::initializer_list<StackItem> items);
+QWidget* column(const StackOptions& options, std::initializer_list<StackItem> items);
+
+/// A row with `item` in its middle.
+QWidget* centered(QWidget* item);
 
 }  // namespace brimlo::ui

@@ -14,9 +14,11 @@ struct TextStyle {
   constexpr TextStyle semibold() const {
     return {size, QFont::DemiBold, rounded, monospacedDigits};
   }
+  constexpr TextStyle bold() const { return {size, QFont::Bold, rounded, monospacedDigits}; }
   constexpr TextStyle withMonospacedDigits() const { return {size, weight, rounded, true}; }
 };
 
+inline constexpr TextStyle kTitle2{.size = 17};
 inline constexpr TextStyle kBody{.size = 13};
 inline constexpr TextStyle kHeadline{.size = 13, .weight = QFont::DemiBold};
 inline constexpr TextStyle kCallout{.size = 12};

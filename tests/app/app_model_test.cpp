@@ -16,6 +16,8 @@ using namespace std::chrono_literals;
 
 class AppModelTest : public testing::Test {
  protected:
+  AppModelTest() { defaults.values["macOnboardingDone"] = true; }
+
   /// Starts a model; `started` has the lines of its start.
   std::unique_ptr<AppModel> make() {
     log.lines.clear();
@@ -33,6 +35,8 @@ class AppModelTest : public testing::Test {
         .hotKeys = hotKeys,
         .keys = desktop,
         .locale = "en_US",
+        .makeOnboardingWindow =
+            [this](OnboardingViewState&) { return std::make_unique<test::FakeWindow>(window); },
         .makePalettePanel =
             [this](QuickPasteViewState&) { return std::make_unique<test::FakePanel>(panel); },
         .strings = strings,
@@ -69,6 +73,7 @@ class AppModelTest : public testing::Test {
   test::FakeEventMonitors events;
   test::FakeHotKeys hotKeys;
   test::PanelRecord panel;
+  test::WindowRecord window;
 };
 
 TEST_F(AppModelTest, AFirstLaunchHasTheDefaultsAndWritesNothing) {
@@ -220,6 +225,37 @@ TEST_F(AppModelTest, ThePaletteOfTheSignalStaysUpUntilTheNextHotkey) {
   loop.drain();
   panel.resign();
   EXPECT_FALSE(panel.visible);
+}
+
+TEST_F(AppModelTest, TheOnboardingIsShownOnceTheModelIsThereUnlessItWasSeen) {
+  defaults.values.clear();
+  auto model = make();
+  EXPECT_FALSE(window.visible);
+  loop.drain();
+  EXPECT_TRUE(window.visible);
+  copy("onboarding.practice.sample");
+  EXPECT_TRUE(model->onboarding().state().practiceCopied.value());
+  window.close();
+  model = make();
+  loop.drain();
+  EXPECT_FALSE(window.visible);
+  model->onboarding().present();
+  EXPECT_TRUE(window.visible);
+}
+
+TEST_F(AppModelTest, ATemplateIsCopiedWithItsPlaceholdersFilledInAndNotPasted) {
+  const auto model = make();
+  copy("on the clipboard");
+  log.lines.clear();
+  model->copyTemplate({"t", "title", "[{clipboard}]", 0});
+  loop.advance(1s);
+  EXPECT_EQ(pasteboard.string(), "[on the clipboard]");
+  const Clip& newest = *model->store().clips().value()[0];
+  EXPECT_EQ(newest.text, "[on the clipboard]");
+  EXPECT_EQ(newest.source, "manual");
+  EXPECT_TRUE(desktop.events.empty());
+  EXPECT_EQ(log.lines.front(), "copied template to pasteboard");
+  EXPECT_FALSE(log.has("captured"));
 }
 
 TEST_F(AppModelTest, ASyncRunStartsAtOnceAndEveryHalfMinute) {

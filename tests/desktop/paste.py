@@ -183,7 +183,7 @@ def log_tells(desk):
 
 
 def without_xtest(stack, brimlo, screenshots):
-    desk = Desk(stack, brimlo, screenshots, "-extension", "XTEST")
+    desk = Desk(stack, brimlo, screenshots, "-extension", "XTEST", onboarding=True)
     copy(desk, "by hand")
     for _ in range(2):
         paste(desk)

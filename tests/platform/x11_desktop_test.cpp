@@ -77,15 +77,32 @@ TEST_F(X11DesktopTest, AWindowComesBackToTheFrontFromWhereverItIsUntilItHasQuit)
   EXPECT_TRUE(wait([&] { return workspace.activate(remembered) == Workspace::Activation::kGone; }));
 }
 
-TEST_F(X11DesktopTest, NothingIsPostedWhileAWindowOfThisProgramHasTheKeyboard) {
+TEST_F(X11DesktopTest, NothingIsPostedWhileAPanelOfThisProgramHasTheKeyboard) {
   const auto own = open("Own");
   const std::string id = std::to_string(workspace.frontmostApplication()->window);
-  QProcess::execute("xprop", {"-id", id.c_str(), "-f", "_NET_WM_PID", "32c", "-set", "_NET_WM_PID",
-                              QString::number(getpid())});
-  ASSERT_TRUE(wait([&] { return workspace.ownWindowInFront(); }));
-  EXPECT_EQ(front(), "");
+  const QStringList claim = {"-id", id.c_str(), "-f",          "_NET_WM_PID",
+                             "32c", "-set",     "_NET_WM_PID", QString::number(getpid())};
+  QProcess::execute("xprop", claim);
+  EXPECT_TRUE(wait([&] { return front().empty(); }));
+  EXPECT_EQ(post(), Result::kPosted) << "a window of its own is as good as another";
+
+  xcb_connection_t* xcb = x11->xcb();
+  const xcb_window_t panel = xcb_generate_id(xcb);
+  const std::uint32_t overrideRedirect = 1, pid = static_cast<std::uint32_t>(getpid());
+  xcb_create_window(xcb, XCB_COPY_FROM_PARENT, panel, x11->root(), 0, 0, 50, 50, 0,
+                    XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
+                    &overrideRedirect);
+  xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, panel, x11->atoms().wmPid, XCB_ATOM_CARDINAL, 32,
+                      1, &pid);
+  xcb_map_window(xcb, panel);
+  xcb_set_input_focus(xcb, XCB_INPUT_FOCUS_PARENT, panel, XCB_CURRENT_TIME);
+  xcb_flush(xcb);
+  ASSERT_TRUE(wait([&] { return workspace.ownPanelInFront(); }));
   EXPECT_EQ(post(), Result::kFailed);
-  loop.asyncAfter(std::chrono::milliseconds(100), [&] { own->kill(); });
+  loop.asyncAfter(std::chrono::milliseconds(100), [&] {
+    xcb_destroy_window(xcb, panel);
+    xcb_flush(xcb);
+  });
   EXPECT_EQ(post(), Result::kPosted);
 }
 

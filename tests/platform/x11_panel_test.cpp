@@ -262,7 +262,7 @@ TEST_F(X11PanelTest, ThePanelHasTheKeyboardWhileTheApplicationStaysInFront) {
     takeKeyboard();
     settle();
     EXPECT_EQ(front(), "First");
-    EXPECT_TRUE(workspace.ownWindowInFront());
+    EXPECT_TRUE(workspace.ownPanelInFront());
     EXPECT_EQ(press(kKeyOfV), 1);
     takeKeyboard();
     run("xdotool key a");

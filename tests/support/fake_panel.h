@@ -14,6 +14,7 @@
 #include "platform/hot_keys.h"
 #include "platform/keyable_panel.h"
 #include "platform/screens.h"
+#include "platform/titled_window.h"
 
 namespace brimlo::test {
 
@@ -151,6 +152,43 @@ class FakePanel : public KeyablePanel {
 
  private:
   PanelRecord& record_;
+};
+
+/// A window on no screen, which the test asks and closes through what outlives it.
+struct WindowRecord {
+  Rect frame{{0, 0}, {480, 560}};
+  TitledWindow::Level level = TitledWindow::Level::kNormal;
+  bool visible = false;
+  int made = 0;
+  int centered = 0;
+  std::function<void()> willClose;
+
+  /// The person closes it.
+  void close() {
+    visible = false;
+    willClose();
+  }
+};
+
+class FakeWindow : public TitledWindow {
+ public:
+  explicit FakeWindow(WindowRecord& record) : record_(record) { ++record_.made; }
+
+  Rect frame() const override { return record_.frame; }
+  void setFrameOrigin(Point origin) override { record_.frame.origin = origin; }
+  void center() override {
+    ++record_.centered;
+    record_.frame.origin = {5, 6};
+  }
+  void setLevel(Level level) override { record_.level = level; }
+  void makeKeyAndOrderFront() override { record_.visible = true; }
+  void orderOut() override { record_.visible = false; }
+  void setOnWillClose(std::function<void()> onWillClose) override {
+    record_.willClose = std::move(onWillClose);
+  }
+
+ private:
+  WindowRecord& record_;
 };
 
 }  // namespace brimlo::test

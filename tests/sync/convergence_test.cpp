@@ -52,10 +52,10 @@ class Machine {
     templates_.emplace(files, log_, "/data");
     scheduler_.emplace(
         SyncScheduler::Services{*background_, *cloud, entitlements_, log_, loop_, strings_}, *store,
-        *templates_, loop_.now);
+        *templates_);
   }
 
-  void beginSync() { scheduler_->syncNow(); }
+  void beginSync() { scheduler_->syncNow(0); }
   void work() { background_->run(); }
   void sync() {
     beginSync();

@@ -21,7 +21,7 @@ class SyncSchedulerTest : public testing::Test {
 
   /// One run, with `meanwhile` between the run's body and its outcome.
   void sync(const std::function<void()>& meanwhile = [] {}) {
-    scheduler.syncNow();
+    scheduler.syncNow(1e12);
     background.run();
     meanwhile();
     while (scheduler.isSyncing().value()) {
@@ -51,7 +51,7 @@ class SyncSchedulerTest : public testing::Test {
   ClipStore store{files, log, "/data"};
   TemplateStore templates{files, log, "/data"};
   SyncScheduler scheduler{
-      {background, cloud, entitlements, log, loop, strings}, store, templates, 1e12};
+      {background, cloud, entitlements, log, loop, strings},  store, templates};
 };
 
 TEST_F(SyncSchedulerTest, ARunBringsTheCloudHereAndSaysSo) {
@@ -73,8 +73,8 @@ TEST_F(SyncSchedulerTest, ARunBringsTheCloudHereAndSaysSo) {
 }
 
 TEST_F(SyncSchedulerTest, ARequestWhileARunIsUnderWayIsDropped) {
-  scheduler.syncNow();
-  scheduler.syncNow();
+  scheduler.syncNow(1e12);
+  scheduler.syncNow(1e12);
   EXPECT_TRUE(scheduler.isSyncing().value());
   background.run();
   loop.drain();

@@ -32,6 +32,7 @@ X11KeyEvents::X11KeyEvents(X11Connection& x11, X11Keyboard& keyboard, X11Workspa
       usable_(hasXtest(x11.xcb()) && keyboard.isReadable()) {}
 
 void X11KeyEvents::promptForTrust() {
+  if (usable_) return;
   notifications_.deliver(strings_.text("accessibility.unavailable.title"),
                          strings_.text("accessibility.unavailable.body"));
 }
@@ -46,7 +47,7 @@ void X11KeyEvents::post(const KeyEvent& down, const KeyEvent& up,
 }
 
 void X11KeyEvents::postPaste(Steady::time_point until, std::function<void(Result)> then) {
-  if (workspace_.ownWindowInFront()) {
+  if (workspace_.ownPanelInFront()) {
     if (Steady::now() >= until) return then(Result::kFailed);
     constexpr auto kStep = std::chrono::milliseconds(10);
     queue_.asyncAfter(kStep, [this, until, then = std::move(then)] { postPaste(until, then); });

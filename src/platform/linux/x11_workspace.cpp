@@ -46,10 +46,12 @@ void X11Workspace::releaseFront() {
   held_.reset();
 }
 
-bool X11Workspace::ownWindowInFront() {
-  // A panel may have the keyboard without the manager calling it active.
+bool X11Workspace::ownPanelInFront() {
   const xcb_window_t window = focusedTopLevel();
-  return window != XCB_NONE && isOwnWindow(x11_, window);
+  if (window == XCB_NONE || !isOwnWindow(x11_, window)) return false;
+  const auto attributes =
+      x11_.waitFor(xcb_get_window_attributes_reply, xcb_get_window_attributes(x11_.xcb(), window));
+  return attributes && attributes->override_redirect;
 }
 
 void X11Workspace::activateAt(xcb_window_t window, xcb_timestamp_t time) {

@@ -29,8 +29,8 @@ class X11Workspace : public Workspace {
   /// The window of an application that `window` is in or is; none when it is in no window.
   xcb_window_t topLevelOf(xcb_window_t window);
 
-  /// Whether the keyboard goes to a window of this process.
-  bool ownWindowInFront();
+  /// Whether the keyboard goes to a window of this process that no window manager manages.
+  bool ownPanelInFront();
 
  private:
   xcb_window_t frontWindow();

@@ -1,0 +1,87 @@
+#include "platform/qt/qt_titled_window.h"
+
+#include <QCursor>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QWindow>
+#include <utility>
+
+#include "platform/qt/qt_screens.h"
+
+namespace brimlo {
+
+QtTitledWindow::QtTitledWindow(std::unique_ptr<QWidget> content, const std::string& title,
+                               Workspace& workspace)
+    : content_(std::move(content)), workspace_(workspace) {
+  content_->setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowCloseButtonHint);
+  content_->setWindowTitle(QString::fromStdString(title));
+  content_->winId();
+  content_->installEventFilter(this);
+  content_->windowHandle()->installEventFilter(this);
+}
+
+QtTitledWindow::~QtTitledWindow() {
+  content_->removeEventFilter(this);
+}
+
+Rect QtTitledWindow::frame() const {
+  return fromQt(content_->geometry());
+}
+
+void QtTitledWindow::setFrameOrigin(Point origin) {
+  content_->move(topLeftInQt(origin, content_->height()));
+}
+
+void QtTitledWindow::center() {
+  const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
+  if (!screen) screen = QGuiApplication::primaryScreen();
+  if (!screen) return;
+  const QRect visible = screen->availableGeometry();
+  content_->move(visible.center() - content_->rect().center());
+}
+
+void QtTitledWindow::setLevel(Level level) {
+  content_->windowHandle()->setFlag(Qt::WindowStaysOnTopHint, level == Level::kFloating);
+}
+
+void QtTitledWindow::makeKeyAndOrderFront() {
+  comingUp_ = !content_->isVisible();
+  content_->showNormal();
+  content_->raise();
+  if (!comingUp_) activate();
+}
+
+void QtTitledWindow::orderOut() {
+  content_->hide();
+}
+
+void QtTitledWindow::setOnWillClose(std::function<void()> onWillClose) {
+  onWillClose_ = std::move(onWillClose);
+}
+
+bool QtTitledWindow::eventFilter(QObject* receiver, QEvent* event) {
+  if (receiver == content_->windowHandle()) {
+    // A window manager that keeps new windows from taking the focus is asked once it knows this
+    // one.
+    if (event->type() == QEvent::Expose && content_->windowHandle()->isExposed() &&
+        std::exchange(comingUp_, false)) {
+      activate();
+    }
+  } else if (event->type() == QEvent::Close) {
+    if (onWillClose_) onWillClose_();
+  } else if (event->type() == QEvent::MouseButtonPress &&
+             static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
+    // Nothing in the content took it.
+    content_->windowHandle()->startSystemMove();
+  }
+  return false;
+}
+
+void QtTitledWindow::activate() {
+  workspace_.activate({.bundleIdentifier = "", .window = content_->winId()});
+}
+
+}  // namespace brimlo
