@@ -222,7 +222,8 @@ QWidget* OnboardingView::practiceField() {
   });
   auto* frame = new ui::ShapeBox(kRadius, Qt::white);
   frame->setBorder(faded(kInk, 0.22));
-  ui::layOutColumn(*frame, {.padding = ui::padding(7, 4)}, {field_});
+  field_->setPadding(7, 4);
+  ui::layOutColumn(*frame, {}, {field_});
   return frame;
 }
 

@@ -32,8 +32,7 @@ TextField::TextField(const TextStyle& style, const Colors& colors,
   setStyle(caretless);
   setFrame(false);
   setFont(ui::font(style));
-  // The toolkit keeps two pixels on both sides for itself.
-  setTextMargins(-2, 0, -2, 0);
+  setPadding(0, 0);
   // Its menu would ask the toolkit's clipboard.
   setContextMenuPolicy(Qt::NoContextMenu);
   QPalette palette;
@@ -48,8 +47,14 @@ TextField::TextField(const TextStyle& style, const Colors& colors,
   connect(this, &QLineEdit::cursorPositionChanged, this, [this] { showCaret(); });
 }
 
+void TextField::setPadding(int horizontal, int vertical) {
+  // The toolkit keeps two pixels on both sides for itself.
+  setTextMargins(horizontal - 2, vertical, horizontal - 2, vertical);
+  verticalPadding_ = vertical;
+}
+
 QSize TextField::sizeHint() const {
-  return {QLineEdit::sizeHint().width(), fontMetrics().height() + 1};
+  return {QLineEdit::sizeHint().width(), fontMetrics().height() + 1 + 2 * verticalPadding_};
 }
 
 void TextField::paintEvent(QPaintEvent* event) {

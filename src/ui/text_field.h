@@ -23,6 +23,9 @@ class TextField : public QLineEdit {
   };
   TextField(const TextStyle& style, const Colors& colors, std::function<std::string()> clipboard);
 
+  /// Room around the text that belongs to the field: a click there goes into it.
+  void setPadding(int horizontal, int vertical);
+
   QSize sizeHint() const override;
 
  protected:
@@ -39,6 +42,7 @@ class TextField : public QLineEdit {
 
   QColor tint_;
   std::function<std::string()> clipboard_;
+  int verticalPadding_ = 0;
   QBasicTimer blink_;
   bool caretShown_ = false;
 };
