@@ -149,9 +149,10 @@ SyncOutcome runSync(const HistoryState& local, double since, CloudDatabase& data
   });
   if (!outcome.templatesPulled) outcome.templates.clear();
 
-  const bool nothingToDo = saving.empty() && deleting.empty() && outcome.templatesPulled &&
-                           outcome.mergedClips == local.clips;
-  if (nothingToDo) settled = {local, database.contentsStamp(), outcome.templates};
+  if (outcome.pushApplied && outcome.templatesPulled) {
+    settled = {{outcome.mergedClips, local.deletedIds}, database.contentsStamp(),
+               outcome.templates};
+  }
   return outcome;
 }
 
