@@ -4,10 +4,7 @@
 
 #include <csignal>
 
-#include "support/fake_cloud.h"
-#include "support/fake_file_system.h"
-#include "support/fake_panel.h"
-#include "support/fakes.h"
+#include "support/journaling_fakes.h"
 
 namespace brimlo {
 namespace {
@@ -36,7 +33,10 @@ class AppModelTest : public testing::Test {
         .keys = desktop,
         .locale = "en_US",
         .makeOnboardingWindow =
-            [this](OnboardingViewState&) { return std::make_unique<test::FakeWindow>(window); },
+            [this](OnboardingViewState&) {
+              journal.push_back("onboarding window");
+              return std::make_unique<test::FakeWindow>(window);
+            },
         .makePalettePanel =
             [this](QuickPasteViewState&) { return std::make_unique<test::FakePanel>(panel); },
         .strings = strings,
@@ -58,20 +58,21 @@ class AppModelTest : public testing::Test {
     loop.advance(500ms);
   }
 
-  test::FakeRunLoop loop;
-  test::FakeBackground background;
+  test::Journal journal;  // what the platform was asked
+  test::JournalingLoop loop{journal};
+  test::JournalingBackground background{journal};
   test::FakeCloud cloud;
   test::FakeEntitlements entitlements;
-  test::FakeFileSystem files;
-  test::FakePasteboard pasteboard;
+  test::JournalingFiles files{journal};
+  test::JournalingPasteboard pasteboard{journal};
   test::FakeLog log;
   std::vector<std::string> started;
-  test::FakeDefaults defaults;
-  test::FakeDesktop desktop;
+  test::JournalingDefaults defaults{journal};
+  test::JournalingDesktop desktop{journal};
   test::FakeStrings strings;
   test::FakeSurroundings surroundings;
   test::FakeEventMonitors events;
-  test::FakeHotKeys hotKeys;
+  test::JournalingHotKeys hotKeys{journal};
   test::PanelRecord panel;
   test::WindowRecord window;
 };
@@ -87,6 +88,26 @@ TEST_F(AppModelTest, AFirstLaunchHasTheDefaultsAndWritesNothing) {
   EXPECT_TRUE(defaults.writes.empty());
   EXPECT_TRUE(log.lines.empty());
   EXPECT_EQ(files.writes, 0);
+}
+
+TEST_F(AppModelTest, ThePlatformIsAskedInItsExactOrderFromStartToQuit) {
+  defaults.values.clear();
+  const auto model = make();
+  EXPECT_EQ(journal, (test::Journal{"read clips.json", "read deletedClipIds.json",
+                                    "read templates.json", "change count",
+                                    "default autoApplyFromiPhone", "default quickPasteEnabled",
+                                    "default excludePasswords", "timer 500", "hotkey", "signal",
+                                    "signal", "main queue", "timer 30000", "background"}));
+  journal.clear();
+  loop.drain();
+  EXPECT_EQ(journal,
+            (test::Journal{"default macOnboardingDone", "onboarding window", "timer 700"}));
+  window.close();
+  journal.clear();
+  model->quit();
+  EXPECT_EQ(journal,
+            (test::Journal{"end timer 500", "end timer 30000", "end hotkey", "terminate"}));
+  EXPECT_EQ(log.lines.back(), "hotkey ⇧⌘V unregistered");
 }
 
 TEST_F(AppModelTest, SettingsArePublishedBeforeTheyAreWrittenAndSurviveARestart) {

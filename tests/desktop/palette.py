@@ -180,23 +180,6 @@ def again(desk, field):
     key(desk, "1")
     desk.check("and still pastes into the editor",
                desk.wait(lambda: field.text() != before, PATIENCE))
-    before = presentations(desk)
-    desk.run("xdotool", "keydown", "shift", "keydown", "super", "keydown", "v")
-    time.sleep(1.2)
-    desk.run("xdotool", "keyup", "v", "keyup", "super", "keyup", "shift")
-    time.sleep(0.2)
-    desk.check("a hotkey held down is one press", presentations(desk) == before + 1)
-    key(desk, "Escape")
-    for lock in ("Caps_Lock", "Num_Lock"):
-        key(desk, lock)
-        desk.check(f"it opens with {lock} on", press_hotkey(desk))
-        key(desk, "Escape")
-        key(desk, lock)
-    for layout in "ru,us", "ru", "us":
-        desk.run("setxkbmap", "-layout", layout)
-        time.sleep(0.5)
-        desk.check(f"it opens with the layout {layout}", press_hotkey(desk))
-        key(desk, "Escape")
 
 
 def debug_signal(desk, field):

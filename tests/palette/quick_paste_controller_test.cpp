@@ -136,16 +136,6 @@ TEST_F(QuickPasteControllerTest, AStricterFilterFindsWhatAFreshOneDoes) {
   }
 }
 
-TEST_F(QuickPasteControllerTest, ItemsAreEqualFieldByField) {
-  const auto clip = std::make_shared<Clip>(Clip{"42", "text", 1, "manual", {}});
-  auto tagged = std::make_shared<Clip>(*clip);
-  tagged->tags = Texts{};
-  const QuickPasteItem item(clip);
-  EXPECT_EQ(item, QuickPasteItem(std::make_shared<Clip>(*clip)));
-  EXPECT_FALSE(item == QuickPasteItem(ClipPtr(tagged)));
-  EXPECT_FALSE(item == QuickPasteItem(std::make_shared<Template>(Template{"42", "text", "", 1})));
-}
-
 TEST_F(QuickPasteControllerTest, TheSelectionMovesByRowsAndPagesAndStopsAtTheEnds) {
   present({});
   std::int64_t tick = state.keyboardNavTick.value();
