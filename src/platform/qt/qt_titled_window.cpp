@@ -15,7 +15,7 @@ namespace brimlo {
 QtTitledWindow::QtTitledWindow(std::unique_ptr<QWidget> content, const std::string& title,
                                Workspace& workspace)
     : content_(std::move(content)), workspace_(workspace) {
-  content_->setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+  content_->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                            Qt::WindowCloseButtonHint);
   content_->setWindowTitle(QString::fromStdString(title));
   content_->winId();
