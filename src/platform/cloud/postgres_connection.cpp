@@ -182,15 +182,18 @@ bool PostgresConnection::send(const Statement& statement) {
                                 1) != 0;
 }
 
-/// The next result, owned by the caller. Null at the end of an answer, and when the server fell
-/// silent.
+/// The next result, owned by the caller. Null at the end of an answer, and when there will be none.
 PGresult* PostgresConnection::nextResult() {
   PGconn* connection = connection_.get();
   while (pq().PQisBusy(connection)) {
     const int unsent = pq().PQflush(connection);
-    if (unsent < 0) break;
-    if (!wait(static_cast<short>(unsent ? POLLIN | POLLOUT : POLLIN))) return nullptr;
-    if (!pq().PQconsumeInput(connection)) break;
+    const bool ready =
+        unsent >= 0 && wait(static_cast<short>(unsent > 0 ? POLLIN | POLLOUT : POLLIN));
+    if (!ready || !pq().PQconsumeInput(connection)) {
+      // The library would wait for the rest without an end.
+      lost_ = true;
+      return nullptr;
+    }
   }
   return pq().PQgetResult(connection);
 }
