@@ -37,8 +37,10 @@ std::unique_ptr<const LibPq> loadLibrary() {
   find("PQpipelineSync", table->PQpipelineSync);
   find("PQresultErrorField", table->PQresultErrorField);
   find("PQresultStatus", table->PQresultStatus);
+  find("PQsendPrepare", table->PQsendPrepare);
   find("PQsendQuery", table->PQsendQuery);
   find("PQsendQueryParams", table->PQsendQueryParams);
+  find("PQsendQueryPrepared", table->PQsendQueryPrepared);
   find("PQsetErrorVerbosity", table->PQsetErrorVerbosity);
   find("PQsetNoticeProcessor", table->PQsetNoticeProcessor);
   find("PQsetSingleRowMode", table->PQsetSingleRowMode);

@@ -28,8 +28,10 @@ struct LibPq {
   decltype(&::PQpipelineSync) PQpipelineSync;
   decltype(&::PQresultErrorField) PQresultErrorField;
   decltype(&::PQresultStatus) PQresultStatus;
+  decltype(&::PQsendPrepare) PQsendPrepare;
   decltype(&::PQsendQuery) PQsendQuery;
   decltype(&::PQsendQueryParams) PQsendQueryParams;
+  decltype(&::PQsendQueryPrepared) PQsendQueryPrepared;
   decltype(&::PQsetErrorVerbosity) PQsetErrorVerbosity;
   decltype(&::PQsetNoticeProcessor) PQsetNoticeProcessor;
   decltype(&::PQsetSingleRowMode) PQsetSingleRowMode;

@@ -142,19 +142,33 @@ std::optional<Fault> PostgresConnection::run(const std::vector<Statement>& state
 
 std::optional<Fault> PostgresConnection::exchange(const std::vector<Statement>& statements) {
   end_ = Clock::now() + patience_.exchange;
+  const Statement preparation;
+  std::vector<const Statement*> sent;
+  // A name is known to be good once the whole exchange was.
+  auto prepared = prepared_;
   for (const Statement& statement : statements) {
-    if (!send(statement)) return lost();
+    if (statement.repeated && !prepared.contains(statement.sql)) {
+      const std::string& name = prepared[statement.sql] = std::to_string(++names_);
+      if (!pq().PQsendPrepare(connection_.get(), name.c_str(), statement.sql.c_str(), 0, nullptr)) {
+        return lost();
+      }
+      sent.push_back(&preparation);
+    }
+    const auto known = statement.repeated ? prepared.find(statement.sql) : prepared.end();
+    if (!send(statement, known == prepared.end() ? nullptr : &known->second)) return lost();
+    sent.push_back(&statement);
   }
   if (!pq().PQpipelineSync(connection_.get())) return lost();
   std::optional<Fault> fault;
-  for (const Statement& statement : statements) {
-    if ((fault = takeAnswer(statement))) break;
+  for (const Statement* statement : sent) {
+    if ((fault = takeAnswer(*statement))) break;
   }
   auto unfinished = takeEnd();
+  if (!fault && !unfinished) prepared_ = std::move(prepared);
   return fault ? fault : unfinished;
 }
 
-bool PostgresConnection::send(const Statement& statement) {
+bool PostgresConnection::send(const Statement& statement, const std::string* prepared) {
   const std::size_t count = statement.values.size();
   std::vector<Oid> types(count);
   std::vector<const char*> values(count);
@@ -176,6 +190,10 @@ bool PostgresConnection::send(const Statement& statement) {
       values[i] = bytes->empty() ? "" : bytes->data();
       lengths[i] = static_cast<int>(bytes->size());
     }
+  }
+  if (prepared) {
+    return pq().PQsendQueryPrepared(connection_.get(), prepared->c_str(), static_cast<int>(count),
+                                    values.data(), lengths.data(), formats.data(), 1) != 0;
   }
   return pq().PQsendQueryParams(connection_.get(), statement.sql.c_str(), static_cast<int>(count),
                                 types.data(), values.data(), lengths.data(), formats.data(),

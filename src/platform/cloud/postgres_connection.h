@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -66,6 +67,7 @@ class PostgresConnection {
     std::string sql;
     std::vector<Value> values;
     std::function<void(const Row&)> onRow = [](const Row&) {};
+    bool repeated = false;  ///< worth preparing: it comes again and again, with other values
   };
   /// Sends all statements at once and takes their answers: one exchange. The first one that fails
   /// ends it, and rolls back a transaction that was begun.
@@ -88,12 +90,14 @@ class PostgresConnection {
   std::optional<Fault> exchange(const std::vector<Statement>& statements);
   std::optional<Fault> takeAnswer(const Statement& statement);
   std::optional<Fault> takeEnd();
-  bool send(const Statement& statement);
+  bool send(const Statement& statement, const std::string* prepared);
   PGresult* nextResult();
   bool wait(short events);
   Fault lost();
 
   std::unique_ptr<PGconn, Finish> connection_;
+  std::map<std::string, std::string> prepared_;  // the server's names of statements
+  unsigned names_ = 0;                           // how many were given
   PostgresPatience patience_;
   Clock::time_point end_;  // of the patience with what is under way
   bool silent_ = false;    // that was at an end

@@ -111,6 +111,7 @@ RecordPtr recordIn(const Row& row, const RecordTable& table) {
 Statement saving(const RecordTable& table, const CloudRecord& record,
                  std::deque<std::string>& lists) {
   Statement statement{saveStatement(table), {std::string_view(record.id.name)}};
+  statement.repeated = true;
   for (const RecordColumn& column : table.columns) {
     PostgresConnection::Value value;
     const FieldValue* field = record.field(column.field);
@@ -245,9 +246,11 @@ std::variant<RecordStore::Push, RecordStore::PushFault> PostgresStore::push(
     statements.push_back(saving(recordTable(record->id.type), *record, lists));
   }
   for (const RecordID& id : deleting) {
-    statements.push_back({std::string("DELETE FROM brimlo.") + recordTable(id.type).name +
-                              " WHERE owner = current_user AND id = $1",
-                          {std::string_view(id.name)}});
+    Statement removal{std::string("DELETE FROM brimlo.") + recordTable(id.type).name +
+                          " WHERE owner = current_user AND id = $1",
+                      {std::string_view(id.name)}};
+    removal.repeated = true;
+    statements.push_back(std::move(removal));
   }
   for (const char* sql : {kForgetChanges, kForgetDeleted, "COMMIT"})
     statements.push_back({sql, {}});

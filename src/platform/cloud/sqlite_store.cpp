@@ -176,46 +176,50 @@ bool SqliteStore::fileReplaced() const {
          now.st_ino != opened_.st_ino;
 }
 
-bool SqliteStore::open() {
+std::optional<std::string> SqliteStore::open() {
   if (!damage_.empty()) keepAside();
-  if (database_ && !fileReplaced()) return true;
+  if (database_ && !fileReplaced()) return std::nullopt;
   // What belongs to the file, its log among them, gets its permissions too.
   const int file = ::open(path_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
   if (file >= 0) close(file);
   sqlite3* database = nullptr;
   const int opened = sqlite3_open_v2(path_.c_str(), &database, SQLITE_OPEN_READWRITE, nullptr);
   database_.reset(database);
-  if (opened != SQLITE_OK) return false;
+  if (opened != SQLITE_OK) return fault();
   sqlite3_extended_result_codes(database, 1);
   sqlite3_busy_timeout(database, kBusyMs);
   sqlite3_limit(database, SQLITE_LIMIT_LENGTH, kLargestRow);
   for (const char* setting :
        {"PRAGMA journal_mode = WAL", "PRAGMA synchronous = FULL", "PRAGMA cache_size = -16384",
         "PRAGMA cell_size_check = ON", "PRAGMA trusted_schema = OFF"}) {
-    if (sqlite3_exec(database, setting, nullptr, nullptr, nullptr) != SQLITE_OK) return false;
+    if (sqlite3_exec(database, setting, nullptr, nullptr, nullptr) != SQLITE_OK) return fault();
   }
   stat(path_.c_str(), &opened_);
   return makeTables();
 }
 
-bool SqliteStore::makeTables() {
-  const auto version = [this]() -> std::int64_t {
-    Statement query(database_.get(), "PRAGMA user_version");
-    return query.step() == SQLITE_ROW ? query.integer(0) : -1;
+std::optional<std::string> SqliteStore::makeTables() {
+  enum class Tables { kThere, kMissing, kUnknown };
+  const auto tables = [this] {
+    Statement version(database_.get(), "PRAGMA user_version");
+    if (version.step() != SQLITE_ROW) return Tables::kUnknown;
+    return version.integer(0) != 0 ? Tables::kThere : Tables::kMissing;
   };
-  if (version() != 0) return version() > 0;
+  if (tables() == Tables::kThere) return std::nullopt;
   Transaction making(database_.get(), "BEGIN IMMEDIATE");
-  if (!making.begun()) return false;
-  if (version() != 0) return version() > 0;  // another process was faster
-  if (sqlite3_exec(database_.get(), kSchemaSql, nullptr, nullptr, nullptr) != SQLITE_OK) {
-    return false;
+  const Tables now = tables();
+  if (now == Tables::kThere) return std::nullopt;  // another process was faster
+  if (!making.begun() || now == Tables::kUnknown ||
+      sqlite3_exec(database_.get(), kSchemaSql, nullptr, nullptr, nullptr) != SQLITE_OK) {
+    return fault();
   }
   for (const RecordPtr& record : seed_()) {
     const RecordTable& table = recordTable(record->id.type);
     Statement statement(database_.get(), saveStatement(table));
-    if (!save(statement, table, *record)) return false;
+    if (!save(statement, table, *record)) return fault();
   }
-  return making.commit();
+  if (!making.commit()) return fault();
+  return std::nullopt;
 }
 
 /// What the last call on the file said; damage is remembered.
@@ -243,7 +247,8 @@ void SqliteStore::keepAside() {
 std::variant<Place, RecordStore::Refusal, CloudError> SqliteStore::currentPlace() {
   using Status = CloudDatabase::AccountStatus;
   for (int attempt = 0;; ++attempt) {
-    if (open()) {
+    std::optional<std::string> why = open();
+    if (!why) {
       Statement query(database_.get(),
                       "SELECT revision, stamp, (SELECT user_version FROM pragma_user_version)"
                       " FROM account");
@@ -253,11 +258,11 @@ std::variant<Place, RecordStore::Refusal, CloudError> SqliteStore::currentPlace(
         }
         return Place{query.integer(0), query.text(1)};
       }
+      why = fault();
     }
-    const std::string why = fault();
     if (!damage_.empty() && attempt == 0) continue;  // with a new file
     database_.reset();
-    return Refusal{Status::kTemporarilyUnavailable, "cannot use " + path_ + ": " + why};
+    return Refusal{Status::kTemporarilyUnavailable, "cannot use " + path_ + ": " + *why};
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/cloud/record_store.h"
@@ -32,8 +33,9 @@ class SqliteStore : public RecordStore {
     void operator()(sqlite3* database) const;
   };
 
-  bool open();
-  bool makeTables();
+  /// Say what went wrong; none when all is well.
+  std::optional<std::string> open();
+  std::optional<std::string> makeTables();
   bool fileReplaced() const;
   std::string fault();
   void keepAside();
