@@ -36,7 +36,7 @@
     <message id="onboarding.ax.note">
         <source></source>
         <extracomment>Accessibility note</extracomment>
-        <translation>Sans accès, votre choix est placé dans le presse-papiers et vous appuyez vous-même sur Ctrl+V.</translation>
+        <translation>Sans accès, votre choix est placé dans le presse‑papiers et vous appuyez vous-même sur Ctrl+V.</translation>
     </message>
     <message id="onboarding.back">
         <source></source>
@@ -71,7 +71,7 @@
     <message id="onboarding.practice.sample">
         <source></source>
         <extracomment>Practice sample text</extracomment>
-        <translation>Le thé est prêt, et il y a du gâteau pour tout le monde.</translation>
+        <translation>Le thé est prêt, et le gâteau est pour tous.</translation>
     </message>
     <message id="onboarding.practice.stacked">
         <source></source>

@@ -94,6 +94,22 @@ void highlight(ui::ShapeBox* card, bool on) {
   card->setBorder(faded(kMoss, on ? 0.5 : 0.15));
 }
 
+/// The content of one step, in the middle of the room it is given.
+QWidget* page(int spacing, std::initializer_list<ui::StackItem> items) {
+  auto* content = ui::column({.spacing = spacing, .padding = ui::padding(kSide, 0)}, items);
+  return ui::column({}, {ui::Spacer(), content, ui::Spacer()});
+}
+
+ui::Button* filledButton(const QString& label, const ui::TextStyle& style, const QMargins& padding,
+                         double radius) {
+  return new ui::Button(label, {.style = style.semibold(),
+                                .text = Qt::white,
+                                .fill = kMoss,
+                                .horizontalPadding = padding.left(),
+                                .verticalPadding = padding.top(),
+                                .radius = radius});
+}
+
 }  // namespace
 
 OnboardingView::OnboardingView(OnboardingViewState& state, Text text, Clipboard clipboard)
@@ -101,12 +117,15 @@ OnboardingView::OnboardingView(OnboardingViewState& state, Text text, Clipboard 
   setFixedSize(kWidth, kHeight);
   auto* content = new QWidget;
   pages_ = new QStackedLayout(content);
-  pages_->addWidget(heroPage("square.stack.3d.up.fill", "onboarding.step1.title",
-                             "onboarding.step1.body", nullptr));
-  pages_->addWidget(
-      heroPage("command", "onboarding.step2.title", "onboarding.step2.body", accessibilityCard()));
-  pages_->addWidget(practicePage());
-  pages_->addWidget(heroPage("iphone", "onboarding.step3.title", "onboarding.step3.body", nullptr));
+  for (QWidget* step :
+       {page(18,
+             {hero("square.stack.3d.up.fill", "onboarding.step1.title", "onboarding.step1.body")}),
+        page(22, {hero("command", "onboarding.step2.title", "onboarding.step2.body"),
+                  accessibilityCard()}),
+        practicePage(),
+        page(18, {hero("iphone", "onboarding.step3.title", "onboarding.step3.body")})}) {
+    pages_->addWidget(step);
+  }
   ui::layOutColumn(*this, {}, {content, dots(), navigationBar()});
   static_cast<QVBoxLayout*>(layout())->setStretch(0, 1);
   fade_ = new ui::CrossFade(this, kTransition);
@@ -117,20 +136,13 @@ QString OnboardingView::text(const char* key) const {
   return QString::fromStdString(text_(key));
 }
 
-QWidget* OnboardingView::heroPage(const char* symbol, const char* title, const char* body,
-                                  QWidget* below) {
-  constexpr int kHeroSpacing = 18, kCardSpacing = 22;
-  auto* hero = ui::column(
-      {.spacing = kHeroSpacing},
+QWidget* OnboardingView::hero(const char* symbol, const char* title, const char* body) {
+  return ui::column(
+      {.spacing = 18},
       {ui::centered(new IconTile(symbol)),
        new ui::Paragraph(text(title), ui::kTitle2.bold(), kInk, {.width = kContentWidth}),
        new ui::Paragraph(text(body), ui::kCallout, kSubInk,
                          {.width = kContentWidth, .lineSpacing = 3})});
-  const ui::StackOptions options{.spacing = kCardSpacing, .padding = ui::padding(kSide, 0)};
-  if (!below) {
-    return ui::column({}, {ui::Spacer(), ui::column(options, {hero}), ui::Spacer()});
-  }
-  return ui::column({}, {ui::Spacer(), ui::column(options, {hero, below}), ui::Spacer()});
 }
 
 QWidget* OnboardingView::accessibilityCard() {
@@ -139,12 +151,7 @@ QWidget* OnboardingView::accessibilityCard() {
       {.spacing = 8},
       {ui::Spacer(), new ui::Symbol("checkmark.seal.fill", ui::kCallout, kMoss),
        new ui::Label(text("onboarding.ax.granted"), ui::kCallout.semibold(), kInk), ui::Spacer()});
-  auto* button = new ui::Button(text("onboarding.ax.button"), {.style = ui::kCallout.semibold(),
-                                                               .text = Qt::white,
-                                                               .fill = kMoss,
-                                                               .horizontalPadding = 18,
-                                                               .verticalPadding = 9,
-                                                               .radius = 9});
+  auto* button = filledButton(text("onboarding.ax.button"), ui::kCallout, ui::padding(18, 9), 9);
   connect(button, &QAbstractButton::clicked, this, [this] {
     if (state_.onRequestAccessibility) state_.onRequestAccessibility();
   });
@@ -158,13 +165,11 @@ QWidget* OnboardingView::accessibilityCard() {
 }
 
 QWidget* OnboardingView::practicePage() {
-  auto* steps = ui::column({.spacing = 14, .padding = ui::padding(kSide, 0)},
-                           {new ui::Paragraph(text("onboarding.practice.title"), ui::kTitle2.bold(),
-                                              kInk, {.width = kContentWidth}),
-                            new ui::Paragraph(text("onboarding.practice.body"), ui::kCallout,
-                                              kSubInk, {.width = kContentWidth}),
-                            copyCard(), pasteCard()});
-  return ui::column({}, {ui::Spacer(), steps, ui::Spacer()});
+  return page(14, {new ui::Paragraph(text("onboarding.practice.title"), ui::kTitle2.bold(), kInk,
+                                     {.width = kContentWidth}),
+                   new ui::Paragraph(text("onboarding.practice.body"), ui::kCallout, kSubInk,
+                                     {.width = kContentWidth}),
+                   copyCard(), pasteCard()});
 }
 
 QWidget* OnboardingView::copyCard() {
@@ -178,12 +183,8 @@ QWidget* OnboardingView::copyCard() {
   palette.setColor(QPalette::Highlight, faded(kMoss, 0.35));
   palette.setColor(QPalette::HighlightedText, kInk);
   sample->setPalette(palette);
-  auto* copy = new ui::Button(text("onboarding.practice.copy"), {.style = ui::kCaption.semibold(),
-                                                                 .text = Qt::white,
-                                                                 .fill = kMoss,
-                                                                 .horizontalPadding = 12,
-                                                                 .verticalPadding = 6,
-                                                                 .radius = ui::kCapsule});
+  auto* copy = filledButton(text("onboarding.practice.copy"), ui::kCaption, ui::padding(12, 6),
+                            ui::kCapsule);
   connect(copy, &QAbstractButton::clicked, this, [this] {
     if (state_.onPracticeCopy) state_.onPracticeCopy();
   });
@@ -241,12 +242,7 @@ QWidget* OnboardingView::dots() {
 QWidget* OnboardingView::navigationBar() {
   back_ = new ui::Button(text("onboarding.back"), {.style = ui::kCallout, .text = kSubInk});
   connect(back_, &QAbstractButton::clicked, this, [this] { go(-1); });
-  next_ = new ui::Button("", {.style = ui::kCallout.semibold(),
-                              .text = Qt::white,
-                              .fill = kMoss,
-                              .horizontalPadding = 22,
-                              .verticalPadding = 10,
-                              .radius = 10});
+  next_ = filledButton("", ui::kCallout, ui::padding(22, 10), 10);
   connect(next_, &QAbstractButton::clicked, this, [this] {
     if (state_.step.value() < OnboardingViewState::kLastStep) {
       go(1);

@@ -33,7 +33,7 @@ class OnboardingView : public QWidget {
 
  private:
   QString text(const char* key) const;
-  QWidget* heroPage(const char* symbol, const char* title, const char* body, QWidget* below);
+  QWidget* hero(const char* symbol, const char* title, const char* body);
   QWidget* accessibilityCard();
   QWidget* practicePage();
   QWidget* copyCard();
