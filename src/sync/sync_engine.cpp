@@ -150,8 +150,8 @@ SyncOutcome runSync(const HistoryState& local, double since, CloudDatabase& data
   if (!outcome.templatesPulled) outcome.templates.clear();
 
   if (outcome.pushApplied && outcome.templatesPulled) {
-    settled = {{outcome.mergedClips, local.deletedIds}, database.contentsStamp(),
-               outcome.templates};
+    settled = {
+        {outcome.mergedClips, local.deletedIds}, database.contentsStamp(), outcome.templates};
   }
   return outcome;
 }

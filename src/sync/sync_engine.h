@@ -26,8 +26,8 @@ struct SyncOutcome {
   bool pushApplied = false;
 };
 
-/// What a run that did all there was to do has left: the next one that meets just this has nothing to
-/// do, and need not work that out. Handed from run to run, and otherwise nobody's.
+/// What a run that did all there was to do has left: the next one that meets just this has nothing
+/// to do, and need not work that out. Handed from run to run, and otherwise nobody's.
 struct SettledState {
   HistoryState history;
   std::string

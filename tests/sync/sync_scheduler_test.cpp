@@ -50,8 +50,7 @@ class SyncSchedulerTest : public testing::Test {
   test::FakeStrings strings;
   ClipStore store{files, log, "/data"};
   TemplateStore templates{files, log, "/data"};
-  SyncScheduler scheduler{
-      {background, cloud, entitlements, log, loop, strings},  store, templates};
+  SyncScheduler scheduler{{background, cloud, entitlements, log, loop, strings}, store, templates};
 };
 
 TEST_F(SyncSchedulerTest, ARunBringsTheCloudHereAndSaysSo) {
