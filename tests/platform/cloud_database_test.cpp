@@ -272,13 +272,12 @@ TEST(SqliteStore, ADamagedFileIsKeptAsideAndANewOneBegun) {
   }
 }
 
-TEST(SqliteStore, AFileThatWasReplacedOrRemovedIsReadAnew) {
+TEST(SqliteStore, AFileThatWasRemovedIsMadeAnew) {
   SqliteBackend backend;
   const std::string path = backend.folder / "sync.sqlite";
   const auto session = backend.session();
   statusOf(*session);
   ASSERT_FALSE(session->modifyRecords({clipRecord("a", "t")}, {}));
-  fs::copy(path, path + ".backup");
   fs::remove(path);
   EXPECT_TRUE(contentsOf(*session).empty());
   ASSERT_FALSE(session->modifyRecords({clipRecord("b", "t")}, {}));
@@ -428,6 +427,12 @@ TEST(PostgresStore, AServerThatWasResetOrRestoredIsPulledAnew) {
     EXPECT_EQ(contents.size(), 3u);
     EXPECT_TRUE(contents.contains("4") && !contents.contains("3"));
   }
+  sql(backend.database, "INSERT INTO brimlo.template (id, title) VALUES ('t', 't')");
+  for (const char* table : {"clip", "template"}) {
+    EXPECT_FALSE(contentsOf(*a, "Template").empty());
+    sql(backend.database, std::string("TRUNCATE brimlo.") + table);
+  }
+  EXPECT_TRUE(contentsOf(*a, "Template").empty()) << "emptied, with no change in between";
   for (const char* reset : {"TRUNCATE brimlo.clip", "DROP SCHEMA brimlo CASCADE"}) {
     sql(backend.database, reset);
     EXPECT_TRUE(contentsOf(*a).empty()) << reset;

@@ -62,7 +62,6 @@ class FakeCloud : public CloudDatabase {
                                           const std::vector<RecordID>& deleting) override {
     asked.push_back("modify");
     if (failing.contains("modify")) return CloudError{"gone"};
-    if (whileModifying) std::exchange(whileModifying, nullptr)();
     for (const RecordPtr& record : saving) put(record);
     for (const RecordID& id : deleting) records_->erase({id.type, id.name});
     return std::nullopt;
@@ -75,9 +74,8 @@ class FakeCloud : public CloudDatabase {
 
   std::size_t pageSize = 3;
   AccountStatus status = AccountStatus::kAvailable;
-  std::set<std::string> failing;         ///< requests as they stand in `asked`
-  std::vector<std::string> asked;        ///< "account", "Clip 0", "Clip 3", "modify"
-  std::function<void()> whileModifying;  ///< runs once, within the next request
+  std::set<std::string> failing;   ///< requests as they stand in `asked`
+  std::vector<std::string> asked;  ///< "account", "Clip 0", "Clip 3", "modify"
 
  private:
   std::shared_ptr<Records> records_;
@@ -92,7 +90,6 @@ class FakeBackground : public BackgroundQueue {
   void run() {
     for (auto& block : std::exchange(blocks_, {})) block();
   }
-  bool idle() const { return blocks_.empty(); }
 
  private:
   std::vector<std::function<void()>> blocks_;

@@ -107,7 +107,7 @@ CREATE FUNCTION brimlo.forget_places() RETURNS trigger LANGUAGE plpgsql
 SET search_path = pg_catalog AS $$
 BEGIN
   DELETE FROM brimlo.change;
-  DELETE FROM brimlo.account;
+  UPDATE brimlo.account SET stamp = gen_random_uuid();
   RETURN NULL;
 END $$;
 CREATE TRIGGER forget_places AFTER TRUNCATE ON brimlo.clip

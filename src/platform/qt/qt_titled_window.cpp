@@ -24,6 +24,8 @@ QtTitledWindow::QtTitledWindow(std::unique_ptr<QWidget> content, const std::stri
 }
 
 QtTitledWindow::~QtTitledWindow() {
+  // Its end tells of itself too, to a window that is half gone.
+  content_->windowHandle()->removeEventFilter(this);
   content_->removeEventFilter(this);
 }
 
