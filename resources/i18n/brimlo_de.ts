@@ -3,6 +3,11 @@
 <TS version="2.1" language="de">
 <context>
     <name></name>
+    <message id="Brimlo">
+        <source></source>
+        <extracomment>Product name</extracomment>
+        <translation>Brimlo</translation>
+    </message>
     <message id="accessibility.unavailable.body">
         <source></source>
         <extracomment>Notification body: this session does not let programs type, and what to do</extracomment>
@@ -12,6 +17,94 @@
         <source></source>
         <extracomment>Notification title: this session does not let programs type</extracomment>
         <translation>Brimlo kann hier nicht für Sie einfügen</translation>
+    </message>
+    <message id="alert.clear_confirm">
+        <source></source>
+        <extracomment>Clear confirm button</extracomment>
+        <translation>Löschen</translation>
+    </message>
+    <message id="alert.clear_message">
+        <source></source>
+        <extracomment>Clear history alert message</extracomment>
+        <translation>Alle kopierten Texte werden gelöscht. Das lässt sich nicht rückgängig machen.</translation>
+    </message>
+    <message id="alert.clear_title">
+        <source></source>
+        <extracomment>Clear history alert title</extracomment>
+        <translation>Verlauf löschen?</translation>
+    </message>
+    <message id="common.cancel">
+        <source></source>
+        <extracomment>Cancel button</extracomment>
+        <translation>Abbrechen</translation>
+    </message>
+    <message id="footer.auto_apply">
+        <source></source>
+        <extracomment>Auto-apply iPhone clips toggle</extracomment>
+        <translation>Texte vom Telefon gleich kopieren</translation>
+    </message>
+    <message id="footer.ax_required">
+        <source></source>
+        <extracomment>Accessibility permission notice</extracomment>
+        <translation>Diese Sitzung lässt Brimlo nicht für Sie einfügen.</translation>
+    </message>
+    <message id="footer.check_updates">
+        <source></source>
+        <extracomment>Check for updates button</extracomment>
+        <translation>Nach Updates suchen</translation>
+    </message>
+    <message id="footer.clear_history">
+        <source></source>
+        <extracomment>Clear history button</extracomment>
+        <translation>Verlauf löschen…</translation>
+    </message>
+    <message id="footer.exclude_passwords">
+        <source></source>
+        <extracomment>Exclude password-like text toggle</extracomment>
+        <translation>Passwortähnliches nicht aufbewahren</translation>
+    </message>
+    <message id="footer.quick_paste">
+        <source></source>
+        <extracomment>Quick paste toggle</extracomment>
+        <translation>Schnell einfügen mit Umschalt+Super+V</translation>
+    </message>
+    <message id="footer.quit">
+        <source></source>
+        <extracomment>Quit app button</extracomment>
+        <translation>Brimlo beenden</translation>
+    </message>
+    <message id="footer.show_onboarding">
+        <source></source>
+        <extracomment>Show onboarding again button</extracomment>
+        <translation>Einführung zeigen</translation>
+    </message>
+    <message id="footer.sync">
+        <source></source>
+        <extracomment>Sync button</extracomment>
+        <translation>Abgleichen</translation>
+    </message>
+    <message id="menu.count" numerus="yes">
+        <source></source>
+        <extracomment>History item count in header</extracomment>
+        <translation>
+            <numerusform>%Ln Eintrag</numerusform>
+            <numerusform>%Ln Einträge</numerusform>
+        </translation>
+    </message>
+    <message id="menu.empty">
+        <source></source>
+        <extracomment>Empty history placeholder</extracomment>
+        <translation>Noch nichts kopiert. Kopieren Sie einen Text, und er steht hier.</translation>
+    </message>
+    <message id="menu.history_range">
+        <source></source>
+        <extracomment>History page range: start, end, total</extracomment>
+        <translation>%lld–%lld von %lld</translation>
+    </message>
+    <message id="menu.templates">
+        <source></source>
+        <extracomment>Templates section header</extracomment>
+        <translation>Vorlagen</translation>
     </message>
     <message id="notify.copied.body">
         <source></source>
@@ -133,6 +226,11 @@
         <extracomment>Onboarding window title, for the taskbar</extracomment>
         <translation>Willkommen bei Brimlo</translation>
     </message>
+    <message id="pager.prev">
+        <source></source>
+        <extracomment>Pager previous button</extracomment>
+        <translation>Zurück</translation>
+    </message>
     <message id="palette.empty">
         <source></source>
         <extracomment>Palette empty history</extracomment>
@@ -210,6 +308,71 @@
         <source></source>
         <extracomment>Sync status: iCloud unavailable</extracomment>
         <translation>Abgleich nicht möglich</translation>
+    </message>
+    <message id="updates.available">
+        <source></source>
+        <extracomment>Updates: a newer version. %1 is new, %2 is the version that runs</extracomment>
+        <translation>Brimlo %1 ist da. Sie haben %2.</translation>
+    </message>
+    <message id="updates.checking">
+        <source></source>
+        <extracomment>Updates: asking the server</extracomment>
+        <translation>Suche nach Updates…</translation>
+    </message>
+    <message id="updates.close">
+        <source></source>
+        <extracomment>Updates: button that closes a message</extracomment>
+        <translation>Schließen</translation>
+    </message>
+    <message id="updates.download">
+        <source></source>
+        <extracomment>Updates: download button</extracomment>
+        <translation>Download-Seite öffnen</translation>
+    </message>
+    <message id="updates.insecure">
+        <source></source>
+        <extracomment>Updates: the answer would not have come over HTTPS</extracomment>
+        <translation>Die Auskunft über Updates käme nicht über eine sichere Verbindung und wurde verworfen.</translation>
+    </message>
+    <message id="updates.later">
+        <source></source>
+        <extracomment>Updates: later button</extracomment>
+        <translation>Später</translation>
+    </message>
+    <message id="updates.latest">
+        <source></source>
+        <extracomment>Updates: nothing newer. %1 is the version that runs</extracomment>
+        <translation>Sie haben die neueste Version, %1.</translation>
+    </message>
+    <message id="updates.malformed">
+        <source></source>
+        <extracomment>Updates: the answer makes no sense</extracomment>
+        <translation>Die Auskunft des Servers für Updates ist unverständlich.</translation>
+    </message>
+    <message id="updates.packages">
+        <source></source>
+        <extracomment>Updates: this build has no feed</extracomment>
+        <translation>Updates kommen mit den Paketen Ihres Systems.</translation>
+    </message>
+    <message id="updates.skip">
+        <source></source>
+        <extracomment>Updates: skip button</extracomment>
+        <translation>Diese Version überspringen</translation>
+    </message>
+    <message id="updates.unreachable">
+        <source></source>
+        <extracomment>Updates: the server does not answer</extracomment>
+        <translation>Der Server für Updates antwortet nicht.</translation>
+    </message>
+    <message id="updates.whats_new">
+        <source></source>
+        <extracomment>Updates: heading of the release notes</extracomment>
+        <translation>Was ist neu</translation>
+    </message>
+    <message id="updates.window_title">
+        <source></source>
+        <extracomment>Updates window title</extracomment>
+        <translation>Updates für Brimlo</translation>
     </message>
 </context>
 </TS>

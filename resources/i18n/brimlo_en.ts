@@ -3,6 +3,11 @@
 <TS version="2.1" language="en">
 <context>
     <name></name>
+    <message id="Brimlo">
+        <source></source>
+        <extracomment>Product name</extracomment>
+        <translation>Brimlo</translation>
+    </message>
     <message id="accessibility.unavailable.body">
         <source></source>
         <extracomment>Notification body: this session does not let programs type, and what to do</extracomment>
@@ -12,6 +17,94 @@
         <source></source>
         <extracomment>Notification title: this session does not let programs type</extracomment>
         <translation>Brimlo cannot paste for you here</translation>
+    </message>
+    <message id="alert.clear_confirm">
+        <source></source>
+        <extracomment>Clear confirm button</extracomment>
+        <translation>Clear</translation>
+    </message>
+    <message id="alert.clear_message">
+        <source></source>
+        <extracomment>Clear history alert message</extracomment>
+        <translation>Every copied text is deleted. This cannot be undone.</translation>
+    </message>
+    <message id="alert.clear_title">
+        <source></source>
+        <extracomment>Clear history alert title</extracomment>
+        <translation>Clear the history?</translation>
+    </message>
+    <message id="common.cancel">
+        <source></source>
+        <extracomment>Cancel button</extracomment>
+        <translation>Cancel</translation>
+    </message>
+    <message id="footer.auto_apply">
+        <source></source>
+        <extracomment>Auto-apply iPhone clips toggle</extracomment>
+        <translation>Copy what the phone sends at once</translation>
+    </message>
+    <message id="footer.ax_required">
+        <source></source>
+        <extracomment>Accessibility permission notice</extracomment>
+        <translation>This session does not let Brimlo paste for you.</translation>
+    </message>
+    <message id="footer.check_updates">
+        <source></source>
+        <extracomment>Check for updates button</extracomment>
+        <translation>Check for updates</translation>
+    </message>
+    <message id="footer.clear_history">
+        <source></source>
+        <extracomment>Clear history button</extracomment>
+        <translation>Clear history…</translation>
+    </message>
+    <message id="footer.exclude_passwords">
+        <source></source>
+        <extracomment>Exclude password-like text toggle</extracomment>
+        <translation>Leave out what looks like a password</translation>
+    </message>
+    <message id="footer.quick_paste">
+        <source></source>
+        <extracomment>Quick paste toggle</extracomment>
+        <translation>Quick paste with Shift+Super+V</translation>
+    </message>
+    <message id="footer.quit">
+        <source></source>
+        <extracomment>Quit app button</extracomment>
+        <translation>Quit Brimlo</translation>
+    </message>
+    <message id="footer.show_onboarding">
+        <source></source>
+        <extracomment>Show onboarding again button</extracomment>
+        <translation>Show the introduction</translation>
+    </message>
+    <message id="footer.sync">
+        <source></source>
+        <extracomment>Sync button</extracomment>
+        <translation>Sync</translation>
+    </message>
+    <message id="menu.count" numerus="yes">
+        <source></source>
+        <extracomment>History item count in header</extracomment>
+        <translation>
+            <numerusform>%Ln clip</numerusform>
+            <numerusform>%Ln clips</numerusform>
+        </translation>
+    </message>
+    <message id="menu.empty">
+        <source></source>
+        <extracomment>Empty history placeholder</extracomment>
+        <translation>Nothing copied yet. Copy a text, and it is here.</translation>
+    </message>
+    <message id="menu.history_range">
+        <source></source>
+        <extracomment>History page range: start, end, total</extracomment>
+        <translation>%lld–%lld of %lld</translation>
+    </message>
+    <message id="menu.templates">
+        <source></source>
+        <extracomment>Templates section header</extracomment>
+        <translation>Templates</translation>
     </message>
     <message id="notify.copied.body">
         <source></source>
@@ -133,6 +226,11 @@
         <extracomment>Onboarding window title, for the taskbar</extracomment>
         <translation>Welcome to Brimlo</translation>
     </message>
+    <message id="pager.prev">
+        <source></source>
+        <extracomment>Pager previous button</extracomment>
+        <translation>Previous</translation>
+    </message>
     <message id="palette.empty">
         <source></source>
         <extracomment>Palette empty history</extracomment>
@@ -210,6 +308,71 @@
         <source></source>
         <extracomment>Sync status: iCloud unavailable</extracomment>
         <translation>Sync is not available</translation>
+    </message>
+    <message id="updates.available">
+        <source></source>
+        <extracomment>Updates: a newer version. %1 is new, %2 is the version that runs</extracomment>
+        <translation>Brimlo %1 is out. You have %2.</translation>
+    </message>
+    <message id="updates.checking">
+        <source></source>
+        <extracomment>Updates: asking the server</extracomment>
+        <translation>Looking for updates…</translation>
+    </message>
+    <message id="updates.close">
+        <source></source>
+        <extracomment>Updates: button that closes a message</extracomment>
+        <translation>Close</translation>
+    </message>
+    <message id="updates.download">
+        <source></source>
+        <extracomment>Updates: download button</extracomment>
+        <translation>Open the download page</translation>
+    </message>
+    <message id="updates.insecure">
+        <source></source>
+        <extracomment>Updates: the answer would not have come over HTTPS</extracomment>
+        <translation>The update server leads to a connection that is not secure. Nothing was read.</translation>
+    </message>
+    <message id="updates.later">
+        <source></source>
+        <extracomment>Updates: later button</extracomment>
+        <translation>Later</translation>
+    </message>
+    <message id="updates.latest">
+        <source></source>
+        <extracomment>Updates: nothing newer. %1 is the version that runs</extracomment>
+        <translation>You have the latest version, %1.</translation>
+    </message>
+    <message id="updates.malformed">
+        <source></source>
+        <extracomment>Updates: the answer makes no sense</extracomment>
+        <translation>The update server’s answer makes no sense.</translation>
+    </message>
+    <message id="updates.packages">
+        <source></source>
+        <extracomment>Updates: this build has no feed</extracomment>
+        <translation>Updates come with your system’s packages.</translation>
+    </message>
+    <message id="updates.skip">
+        <source></source>
+        <extracomment>Updates: skip button</extracomment>
+        <translation>Skip this version</translation>
+    </message>
+    <message id="updates.unreachable">
+        <source></source>
+        <extracomment>Updates: the server does not answer</extracomment>
+        <translation>The update server does not answer.</translation>
+    </message>
+    <message id="updates.whats_new">
+        <source></source>
+        <extracomment>Updates: heading of the release notes</extracomment>
+        <translation>What is new</translation>
+    </message>
+    <message id="updates.window_title">
+        <source></source>
+        <extracomment>Updates window title</extracomment>
+        <translation>Brimlo Updates</translation>
     </message>
 </context>
 </TS>

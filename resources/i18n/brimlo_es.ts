@@ -3,6 +3,11 @@
 <TS version="2.1" language="es">
 <context>
     <name></name>
+    <message id="Brimlo">
+        <source></source>
+        <extracomment>Product name</extracomment>
+        <translation>Brimlo</translation>
+    </message>
     <message id="accessibility.unavailable.body">
         <source></source>
         <extracomment>Notification body: this session does not let programs type, and what to do</extracomment>
@@ -12,6 +17,94 @@
         <source></source>
         <extracomment>Notification title: this session does not let programs type</extracomment>
         <translation>Brimlo no puede pegar por usted aquí</translation>
+    </message>
+    <message id="alert.clear_confirm">
+        <source></source>
+        <extracomment>Clear confirm button</extracomment>
+        <translation>Borrar</translation>
+    </message>
+    <message id="alert.clear_message">
+        <source></source>
+        <extracomment>Clear history alert message</extracomment>
+        <translation>Se eliminarán todos los textos copiados. No se puede deshacer.</translation>
+    </message>
+    <message id="alert.clear_title">
+        <source></source>
+        <extracomment>Clear history alert title</extracomment>
+        <translation>¿Borrar el historial?</translation>
+    </message>
+    <message id="common.cancel">
+        <source></source>
+        <extracomment>Cancel button</extracomment>
+        <translation>Cancelar</translation>
+    </message>
+    <message id="footer.auto_apply">
+        <source></source>
+        <extracomment>Auto-apply iPhone clips toggle</extracomment>
+        <translation>Copiar al momento lo que envía el teléfono</translation>
+    </message>
+    <message id="footer.ax_required">
+        <source></source>
+        <extracomment>Accessibility permission notice</extracomment>
+        <translation>Esta sesión no permite que Brimlo pegue por usted.</translation>
+    </message>
+    <message id="footer.check_updates">
+        <source></source>
+        <extracomment>Check for updates button</extracomment>
+        <translation>Buscar actualizaciones</translation>
+    </message>
+    <message id="footer.clear_history">
+        <source></source>
+        <extracomment>Clear history button</extracomment>
+        <translation>Borrar el historial…</translation>
+    </message>
+    <message id="footer.exclude_passwords">
+        <source></source>
+        <extracomment>Exclude password-like text toggle</extracomment>
+        <translation>Omitir lo que parezca una contraseña</translation>
+    </message>
+    <message id="footer.quick_paste">
+        <source></source>
+        <extracomment>Quick paste toggle</extracomment>
+        <translation>Pegado rápido con Mayús+Súper+V</translation>
+    </message>
+    <message id="footer.quit">
+        <source></source>
+        <extracomment>Quit app button</extracomment>
+        <translation>Salir de Brimlo</translation>
+    </message>
+    <message id="footer.show_onboarding">
+        <source></source>
+        <extracomment>Show onboarding again button</extracomment>
+        <translation>Mostrar la introducción</translation>
+    </message>
+    <message id="footer.sync">
+        <source></source>
+        <extracomment>Sync button</extracomment>
+        <translation>Sincronizar</translation>
+    </message>
+    <message id="menu.count" numerus="yes">
+        <source></source>
+        <extracomment>History item count in header</extracomment>
+        <translation>
+            <numerusform>%Ln recorte</numerusform>
+            <numerusform>%Ln recortes</numerusform>
+        </translation>
+    </message>
+    <message id="menu.empty">
+        <source></source>
+        <extracomment>Empty history placeholder</extracomment>
+        <translation>Nada copiado todavía. Copie un texto y aparecerá aquí.</translation>
+    </message>
+    <message id="menu.history_range">
+        <source></source>
+        <extracomment>History page range: start, end, total</extracomment>
+        <translation>%lld–%lld de %lld</translation>
+    </message>
+    <message id="menu.templates">
+        <source></source>
+        <extracomment>Templates section header</extracomment>
+        <translation>Plantillas</translation>
     </message>
     <message id="notify.copied.body">
         <source></source>
@@ -133,6 +226,11 @@
         <extracomment>Onboarding window title, for the taskbar</extracomment>
         <translation>Le damos la bienvenida a Brimlo</translation>
     </message>
+    <message id="pager.prev">
+        <source></source>
+        <extracomment>Pager previous button</extracomment>
+        <translation>Anterior</translation>
+    </message>
     <message id="palette.empty">
         <source></source>
         <extracomment>Palette empty history</extracomment>
@@ -210,6 +308,71 @@
         <source></source>
         <extracomment>Sync status: iCloud unavailable</extracomment>
         <translation>Sincronización no disponible</translation>
+    </message>
+    <message id="updates.available">
+        <source></source>
+        <extracomment>Updates: a newer version. %1 is new, %2 is the version that runs</extracomment>
+        <translation>Ya está Brimlo %1. Usted tiene %2.</translation>
+    </message>
+    <message id="updates.checking">
+        <source></source>
+        <extracomment>Updates: asking the server</extracomment>
+        <translation>Buscando actualizaciones…</translation>
+    </message>
+    <message id="updates.close">
+        <source></source>
+        <extracomment>Updates: button that closes a message</extracomment>
+        <translation>Cerrar</translation>
+    </message>
+    <message id="updates.download">
+        <source></source>
+        <extracomment>Updates: download button</extracomment>
+        <translation>Abrir la página de descarga</translation>
+    </message>
+    <message id="updates.insecure">
+        <source></source>
+        <extracomment>Updates: the answer would not have come over HTTPS</extracomment>
+        <translation>El servidor de actualizaciones lleva a una conexión no segura. No se leyó nada.</translation>
+    </message>
+    <message id="updates.later">
+        <source></source>
+        <extracomment>Updates: later button</extracomment>
+        <translation>Más tarde</translation>
+    </message>
+    <message id="updates.latest">
+        <source></source>
+        <extracomment>Updates: nothing newer. %1 is the version that runs</extracomment>
+        <translation>Tiene la última versión, %1.</translation>
+    </message>
+    <message id="updates.malformed">
+        <source></source>
+        <extracomment>Updates: the answer makes no sense</extracomment>
+        <translation>La respuesta del servidor de actualizaciones no se entiende.</translation>
+    </message>
+    <message id="updates.packages">
+        <source></source>
+        <extracomment>Updates: this build has no feed</extracomment>
+        <translation>Las actualizaciones llegan con los paquetes de su sistema.</translation>
+    </message>
+    <message id="updates.skip">
+        <source></source>
+        <extracomment>Updates: skip button</extracomment>
+        <translation>Omitir esta versión</translation>
+    </message>
+    <message id="updates.unreachable">
+        <source></source>
+        <extracomment>Updates: the server does not answer</extracomment>
+        <translation>El servidor de actualizaciones no responde.</translation>
+    </message>
+    <message id="updates.whats_new">
+        <source></source>
+        <extracomment>Updates: heading of the release notes</extracomment>
+        <translation>Novedades</translation>
+    </message>
+    <message id="updates.window_title">
+        <source></source>
+        <extracomment>Updates window title</extracomment>
+        <translation>Actualizaciones de Brimlo</translation>
     </message>
 </context>
 </TS>

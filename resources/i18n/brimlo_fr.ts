@@ -3,6 +3,11 @@
 <TS version="2.1" language="fr">
 <context>
     <name></name>
+    <message id="Brimlo">
+        <source></source>
+        <extracomment>Product name</extracomment>
+        <translation>Brimlo</translation>
+    </message>
     <message id="accessibility.unavailable.body">
         <source></source>
         <extracomment>Notification body: this session does not let programs type, and what to do</extracomment>
@@ -12,6 +17,94 @@
         <source></source>
         <extracomment>Notification title: this session does not let programs type</extracomment>
         <translation>Brimlo ne peut pas coller à votre place ici</translation>
+    </message>
+    <message id="alert.clear_confirm">
+        <source></source>
+        <extracomment>Clear confirm button</extracomment>
+        <translation>Effacer</translation>
+    </message>
+    <message id="alert.clear_message">
+        <source></source>
+        <extracomment>Clear history alert message</extracomment>
+        <translation>Tous les textes copiés seront supprimés, sans retour possible.</translation>
+    </message>
+    <message id="alert.clear_title">
+        <source></source>
+        <extracomment>Clear history alert title</extracomment>
+        <translation>Effacer l’historique ?</translation>
+    </message>
+    <message id="common.cancel">
+        <source></source>
+        <extracomment>Cancel button</extracomment>
+        <translation>Annuler</translation>
+    </message>
+    <message id="footer.auto_apply">
+        <source></source>
+        <extracomment>Auto-apply iPhone clips toggle</extracomment>
+        <translation>Copier aussitôt ce qu’envoie le téléphone</translation>
+    </message>
+    <message id="footer.ax_required">
+        <source></source>
+        <extracomment>Accessibility permission notice</extracomment>
+        <translation>Cette session ne laisse pas Brimlo coller pour vous.</translation>
+    </message>
+    <message id="footer.check_updates">
+        <source></source>
+        <extracomment>Check for updates button</extracomment>
+        <translation>Rechercher des mises à jour</translation>
+    </message>
+    <message id="footer.clear_history">
+        <source></source>
+        <extracomment>Clear history button</extracomment>
+        <translation>Effacer l’historique…</translation>
+    </message>
+    <message id="footer.exclude_passwords">
+        <source></source>
+        <extracomment>Exclude password-like text toggle</extracomment>
+        <translation>Ignorer ce qui ressemble à un mot de passe</translation>
+    </message>
+    <message id="footer.quick_paste">
+        <source></source>
+        <extracomment>Quick paste toggle</extracomment>
+        <translation>Collage rapide avec Maj+Super+V</translation>
+    </message>
+    <message id="footer.quit">
+        <source></source>
+        <extracomment>Quit app button</extracomment>
+        <translation>Quitter Brimlo</translation>
+    </message>
+    <message id="footer.show_onboarding">
+        <source></source>
+        <extracomment>Show onboarding again button</extracomment>
+        <translation>Revoir la présentation</translation>
+    </message>
+    <message id="footer.sync">
+        <source></source>
+        <extracomment>Sync button</extracomment>
+        <translation>Synchroniser</translation>
+    </message>
+    <message id="menu.count" numerus="yes">
+        <source></source>
+        <extracomment>History item count in header</extracomment>
+        <translation>
+            <numerusform>%Ln extrait</numerusform>
+            <numerusform>%Ln extraits</numerusform>
+        </translation>
+    </message>
+    <message id="menu.empty">
+        <source></source>
+        <extracomment>Empty history placeholder</extracomment>
+        <translation>Rien de copié pour l’instant. Copiez un texte : il sera ici.</translation>
+    </message>
+    <message id="menu.history_range">
+        <source></source>
+        <extracomment>History page range: start, end, total</extracomment>
+        <translation>%lld–%lld sur %lld</translation>
+    </message>
+    <message id="menu.templates">
+        <source></source>
+        <extracomment>Templates section header</extracomment>
+        <translation>Modèles</translation>
     </message>
     <message id="notify.copied.body">
         <source></source>
@@ -133,6 +226,11 @@
         <extracomment>Onboarding window title, for the taskbar</extracomment>
         <translation>Bienvenue dans Brimlo</translation>
     </message>
+    <message id="pager.prev">
+        <source></source>
+        <extracomment>Pager previous button</extracomment>
+        <translation>Précédents</translation>
+    </message>
     <message id="palette.empty">
         <source></source>
         <extracomment>Palette empty history</extracomment>
@@ -210,6 +308,71 @@
         <source></source>
         <extracomment>Sync status: iCloud unavailable</extracomment>
         <translation>Synchronisation indisponible</translation>
+    </message>
+    <message id="updates.available">
+        <source></source>
+        <extracomment>Updates: a newer version. %1 is new, %2 is the version that runs</extracomment>
+        <translation>Brimlo %1 est sorti. Vous avez %2.</translation>
+    </message>
+    <message id="updates.checking">
+        <source></source>
+        <extracomment>Updates: asking the server</extracomment>
+        <translation>Recherche de mises à jour…</translation>
+    </message>
+    <message id="updates.close">
+        <source></source>
+        <extracomment>Updates: button that closes a message</extracomment>
+        <translation>Fermer</translation>
+    </message>
+    <message id="updates.download">
+        <source></source>
+        <extracomment>Updates: download button</extracomment>
+        <translation>Ouvrir la page de téléchargement</translation>
+    </message>
+    <message id="updates.insecure">
+        <source></source>
+        <extracomment>Updates: the answer would not have come over HTTPS</extracomment>
+        <translation>Le serveur de mises à jour mène à une connexion non sécurisée. Rien n’a été lu.</translation>
+    </message>
+    <message id="updates.later">
+        <source></source>
+        <extracomment>Updates: later button</extracomment>
+        <translation>Plus tard</translation>
+    </message>
+    <message id="updates.latest">
+        <source></source>
+        <extracomment>Updates: nothing newer. %1 is the version that runs</extracomment>
+        <translation>Vous avez la dernière version, %1.</translation>
+    </message>
+    <message id="updates.malformed">
+        <source></source>
+        <extracomment>Updates: the answer makes no sense</extracomment>
+        <translation>La réponse du serveur de mises à jour est incompréhensible.</translation>
+    </message>
+    <message id="updates.packages">
+        <source></source>
+        <extracomment>Updates: this build has no feed</extracomment>
+        <translation>Les mises à jour arrivent avec les paquets de votre système.</translation>
+    </message>
+    <message id="updates.skip">
+        <source></source>
+        <extracomment>Updates: skip button</extracomment>
+        <translation>Ignorer cette version</translation>
+    </message>
+    <message id="updates.unreachable">
+        <source></source>
+        <extracomment>Updates: the server does not answer</extracomment>
+        <translation>Le serveur de mises à jour ne répond pas.</translation>
+    </message>
+    <message id="updates.whats_new">
+        <source></source>
+        <extracomment>Updates: heading of the release notes</extracomment>
+        <translation>Nouveautés</translation>
+    </message>
+    <message id="updates.window_title">
+        <source></source>
+        <extracomment>Updates window title</extracomment>
+        <translation>Mises à jour de Brimlo</translation>
     </message>
 </context>
 </TS>

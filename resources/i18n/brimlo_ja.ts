@@ -3,6 +3,11 @@
 <TS version="2.1" language="ja">
 <context>
     <name></name>
+    <message id="Brimlo">
+        <source></source>
+        <extracomment>Product name</extracomment>
+        <translation>Brimlo</translation>
+    </message>
     <message id="accessibility.unavailable.body">
         <source></source>
         <extracomment>Notification body: this session does not let programs type, and what to do</extracomment>
@@ -12,6 +17,93 @@
         <source></source>
         <extracomment>Notification title: this session does not let programs type</extracomment>
         <translation>ここでは自動で貼り付けできません</translation>
+    </message>
+    <message id="alert.clear_confirm">
+        <source></source>
+        <extracomment>Clear confirm button</extracomment>
+        <translation>消去</translation>
+    </message>
+    <message id="alert.clear_message">
+        <source></source>
+        <extracomment>Clear history alert message</extracomment>
+        <translation>コピーしたテキストはすべて削除され、元に戻せません。</translation>
+    </message>
+    <message id="alert.clear_title">
+        <source></source>
+        <extracomment>Clear history alert title</extracomment>
+        <translation>履歴を消去しますか？</translation>
+    </message>
+    <message id="common.cancel">
+        <source></source>
+        <extracomment>Cancel button</extracomment>
+        <translation>キャンセル</translation>
+    </message>
+    <message id="footer.auto_apply">
+        <source></source>
+        <extracomment>Auto-apply iPhone clips toggle</extracomment>
+        <translation>スマートフォンからのテキストをすぐコピー</translation>
+    </message>
+    <message id="footer.ax_required">
+        <source></source>
+        <extracomment>Accessibility permission notice</extracomment>
+        <translation>このセッションでは自動で貼り付けできません。</translation>
+    </message>
+    <message id="footer.check_updates">
+        <source></source>
+        <extracomment>Check for updates button</extracomment>
+        <translation>アップデートを確認</translation>
+    </message>
+    <message id="footer.clear_history">
+        <source></source>
+        <extracomment>Clear history button</extracomment>
+        <translation>履歴を消去…</translation>
+    </message>
+    <message id="footer.exclude_passwords">
+        <source></source>
+        <extracomment>Exclude password-like text toggle</extracomment>
+        <translation>パスワードらしいものは残さない</translation>
+    </message>
+    <message id="footer.quick_paste">
+        <source></source>
+        <extracomment>Quick paste toggle</extracomment>
+        <translation>Shift+Super+V でクイックペースト</translation>
+    </message>
+    <message id="footer.quit">
+        <source></source>
+        <extracomment>Quit app button</extracomment>
+        <translation>Brimlo を終了</translation>
+    </message>
+    <message id="footer.show_onboarding">
+        <source></source>
+        <extracomment>Show onboarding again button</extracomment>
+        <translation>はじめてのガイドを表示</translation>
+    </message>
+    <message id="footer.sync">
+        <source></source>
+        <extracomment>Sync button</extracomment>
+        <translation>同期</translation>
+    </message>
+    <message id="menu.count" numerus="yes">
+        <source></source>
+        <extracomment>History item count in header</extracomment>
+        <translation>
+            <numerusform>%Ln 件</numerusform>
+        </translation>
+    </message>
+    <message id="menu.empty">
+        <source></source>
+        <extracomment>Empty history placeholder</extracomment>
+        <translation>まだ何もコピーされていません。テキストをコピーすると、ここに並びます。</translation>
+    </message>
+    <message id="menu.history_range">
+        <source></source>
+        <extracomment>History page range: start, end, total</extracomment>
+        <translation>%3$lld 件中 %1$lld–%2$lld</translation>
+    </message>
+    <message id="menu.templates">
+        <source></source>
+        <extracomment>Templates section header</extracomment>
+        <translation>テンプレート</translation>
     </message>
     <message id="notify.copied.body">
         <source></source>
@@ -133,6 +225,11 @@
         <extracomment>Onboarding window title, for the taskbar</extracomment>
         <translation>Brimloへようこそ</translation>
     </message>
+    <message id="pager.prev">
+        <source></source>
+        <extracomment>Pager previous button</extracomment>
+        <translation>前へ</translation>
+    </message>
     <message id="palette.empty">
         <source></source>
         <extracomment>Palette empty history</extracomment>
@@ -209,6 +306,71 @@
         <source></source>
         <extracomment>Sync status: iCloud unavailable</extracomment>
         <translation>同期できません</translation>
+    </message>
+    <message id="updates.available">
+        <source></source>
+        <extracomment>Updates: a newer version. %1 is new, %2 is the version that runs</extracomment>
+        <translation>Brimlo %1 が公開されました（現在は %2）。</translation>
+    </message>
+    <message id="updates.checking">
+        <source></source>
+        <extracomment>Updates: asking the server</extracomment>
+        <translation>アップデートを確認しています…</translation>
+    </message>
+    <message id="updates.close">
+        <source></source>
+        <extracomment>Updates: button that closes a message</extracomment>
+        <translation>閉じる</translation>
+    </message>
+    <message id="updates.download">
+        <source></source>
+        <extracomment>Updates: download button</extracomment>
+        <translation>ダウンロードページを開く</translation>
+    </message>
+    <message id="updates.insecure">
+        <source></source>
+        <extracomment>Updates: the answer would not have come over HTTPS</extracomment>
+        <translation>アップデートサーバーが安全でない接続に転送しようとしたため、中止しました。</translation>
+    </message>
+    <message id="updates.later">
+        <source></source>
+        <extracomment>Updates: later button</extracomment>
+        <translation>後で</translation>
+    </message>
+    <message id="updates.latest">
+        <source></source>
+        <extracomment>Updates: nothing newer. %1 is the version that runs</extracomment>
+        <translation>最新のバージョン %1 です。</translation>
+    </message>
+    <message id="updates.malformed">
+        <source></source>
+        <extracomment>Updates: the answer makes no sense</extracomment>
+        <translation>アップデートサーバーの応答を解釈できません。</translation>
+    </message>
+    <message id="updates.packages">
+        <source></source>
+        <extracomment>Updates: this build has no feed</extracomment>
+        <translation>アップデートはシステムのパッケージとして届きます。</translation>
+    </message>
+    <message id="updates.skip">
+        <source></source>
+        <extracomment>Updates: skip button</extracomment>
+        <translation>このバージョンをスキップ</translation>
+    </message>
+    <message id="updates.unreachable">
+        <source></source>
+        <extracomment>Updates: the server does not answer</extracomment>
+        <translation>アップデートサーバーが応答しません。</translation>
+    </message>
+    <message id="updates.whats_new">
+        <source></source>
+        <extracomment>Updates: heading of the release notes</extracomment>
+        <translation>新着情報</translation>
+    </message>
+    <message id="updates.window_title">
+        <source></source>
+        <extracomment>Updates window title</extracomment>
+        <translation>Brimlo のアップデート</translation>
     </message>
 </context>
 </TS>

@@ -58,17 +58,25 @@ AppModel::AppModel(const Services& services)
                       .queue = services.queue,
                       .strings = services.strings,
                       .workspace = services.workspace},
-                     monitor_, store_) {
+                     monitor_, store_),
+      debugMenuPanels_({.log = services.log,
+                        .queue = services.queue,
+                        .screens = services.screens,
+                        .makeContent = [this] { return makeMenuContent(nullptr); },
+                        .makeWindow = services.makeMenuPreview}) {
   monitor_.setOnNewText(
       anchor_.guard([this](const std::string& text) { handleCapturedText(text); }));
   monitor_.start();
   connectPalette();
   if (quickPasteEnabled_.value()) hotKey_.registerHotKey();
-  debugSignals_.emplace(services_.signals, services_.accessibility, services_.log, store_,
-                        anchor_.guard([this] { showDebugPalette(); }),
-                        anchor_.guard([this](const std::string& text, const std::string& source) {
-                          pasteText(text, source);
-                        }));
+  debugSignals_.emplace(
+      services_.signals, services_.accessibility, services_.log, store_,
+      DebugSignals::Actions{
+          .showPalette = anchor_.guard([this] { showDebugPalette(); }),
+          .pasteText = anchor_.guard([this](const std::string& text, const std::string& source) {
+            pasteText(text, source);
+          }),
+          .showMenuPanel = anchor_.guard([this] { debugMenuPanels_.show(); })});
   services_.queue.async(anchor_.guard([this] { showOnboardingIfNeeded(); }));
   connectSync();
 }
@@ -131,6 +139,12 @@ std::string AppModel::rendered(const Template& chosen) const {
                                       .clipboard = services_.pasteboard.string()});
 }
 
+void AppModel::copyClip(const Clip& clip) {
+  monitor_.writeOwnText(clip.text);
+  store_.add(clip.text, clip.source, services_.clock.nowMs());
+  services_.log.write("copied clip to pasteboard");
+}
+
 void AppModel::copyTemplate(const Template& chosen) {
   const std::string text = rendered(chosen);
   monitor_.writeOwnText(text);
@@ -152,11 +166,44 @@ void AppModel::connectSync() {
   syncNow();
 }
 
+std::unique_ptr<MenuContentModel> AppModel::makeMenuContent(std::function<void()> checkForUpdates) {
+  return std::make_unique<MenuContentModel>(MenuContentModel::Services{
+      .accessibility = services_.accessibility,
+      .environment = services_.environment,
+      .log = services_.log,
+      .strings = services_.strings,
+      .store = store_,
+      .templateStore = templateStore_,
+      .quickPasteEnabled = quickPasteEnabled_,
+      .excludePasswords = excludePasswords_,
+      .autoApply = autoApply_,
+      .isSyncing = isSyncing(),
+      .syncStatus = syncStatus(),
+      .copyClip = [this](const Clip& clip) { copyClip(clip); },
+      .copyTemplate = [this](const Template& chosen) { copyTemplate(chosen); },
+      .setQuickPasteEnabled = [this](bool enabled) { setQuickPasteEnabled(enabled); },
+      .setExcludePasswords = [this](bool enabled) { setExcludePasswords(enabled); },
+      .setAutoApply = [this](bool enabled) { setAutoApply(enabled); },
+      .syncNow = anchor_.guard([this] { services_.queue.async(anchor_.guard([this] { syncNow(); })); }),
+      .showOnboarding = [this] { onboarding_.present(); },
+      .checkForUpdates = std::move(checkForUpdates),
+      .quit = [this] { quit(); }});
+}
+
 void AppModel::hotKeyPressed() {
   quickPasteTargetApp_ = services_.workspace.frontmostApplication();
   const bool named = quickPasteTargetApp_ && !quickPasteTargetApp_->bundleIdentifier.empty();
   services_.log.write("hotkey pressed, target=" +
                       (named ? quickPasteTargetApp_->bundleIdentifier : std::string("?")));
+  presentPalette();
+}
+
+void AppModel::showQuickPaste() {
+  quickPasteTargetApp_ = services_.workspace.frontmostApplication();
+  presentPalette();
+}
+
+void AppModel::presentPalette() {
   quickPaste_.setAutoDismissOnResign(true);
   quickPaste_.present();
 }

@@ -4,12 +4,14 @@
 #include <optional>
 #include <string>
 
+#include "app/debug_menu_panels.h"
 #include "app/debug_signals.h"
 #include "app/hot_key_manager.h"
 #include "base/published.h"
 #include "base/weak_anchor.h"
 #include "capture/clipboard_monitor.h"
 #include "capture/paste_delivery.h"
+#include "menu/menu_content_model.h"
 #include "onboarding/onboarding_controller.h"
 #include "palette/quick_paste_controller.h"
 #include "platform/accessibility.h"
@@ -54,6 +56,7 @@ struct Services {
   HotKeys& hotKeys;
   KeyEventPoster& keys;
   std::string locale;  ///< the user's: a POSIX locale name
+  std::function<std::unique_ptr<TitledWindow>(MenuContentModel&)> makeMenuPreview;
   OnboardingController::WindowFactory makeOnboardingWindow;
   QuickPasteController::PanelFactory makePalettePanel;
   const LocalizedStrings& strings;
@@ -109,9 +112,20 @@ class AppModel {
   /// history with `source`.
   void pasteText(const std::string& text, const std::string& source);
 
+  /// Puts the text of `clip` on the pasteboard, and the clip at the top of the history. Nothing is
+  /// pasted.
+  void copyClip(const Clip& clip);
+
   /// Puts `chosen`, its placeholders filled in, on the pasteboard and at the top of the history.
   /// Nothing is pasted.
   void copyTemplate(const Template& chosen);
+
+  /// Remembers what is in front, for the next paste, and opens the palette.
+  void showQuickPaste();
+
+  /// What a menu window shows of this model, and does with it. `checkForUpdates`: none where there
+  /// is no such command.
+  std::unique_ptr<MenuContentModel> makeMenuContent(std::function<void()> checkForUpdates);
 
   /// Starts a sync run, unless there is one.
   void syncNow() { sync_.syncNow(launchMs_); }
@@ -123,6 +137,7 @@ class AppModel {
   void connectPalette();
   void connectSync();
   void hotKeyPressed();
+  void presentPalette();
   void showDebugPalette();
   void showOnboardingIfNeeded();
   std::string rendered(const Template& chosen) const;
@@ -144,6 +159,7 @@ class AppModel {
   Published<bool> quickPasteEnabled_;
   Published<bool> excludePasswords_;
   PasteDelivery pasteDelivery_;
+  DebugMenuPanels debugMenuPanels_;
   std::optional<DebugSignals> debugSignals_;
   WeakAnchor anchor_;
 };

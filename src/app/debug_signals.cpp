@@ -6,19 +6,18 @@
 namespace brimlo {
 
 DebugSignals::DebugSignals(SignalSources& signals, const Accessibility& accessibility,
-                           SystemLog& log, const ClipStore& store, ShowPalette showPalette,
-                           PasteText pasteText)
+                           SystemLog& log, const ClipStore& store, Actions actions)
     : accessibility_(accessibility),
       log_(log),
       store_(store),
-      showPalette_(std::move(showPalette)),
-      pasteText_(std::move(pasteText)),
+      actions_(std::move(actions)),
       debugSignalSource_(signals.make(SIGUSR1, [this] { debugShowPalette(); })),
-      debugPasteSignalSource_(signals.make(SIGUSR2, [this] { debugExercisePaste(); })) {}
+      debugPasteSignalSource_(signals.make(SIGUSR2, [this] { debugExercisePaste(); })),
+      debugMenuSignalSource_(signals.make(SIGWINCH, actions_.showMenuPanel)) {}
 
 void DebugSignals::debugShowPalette() {
   log_.write("SIGUSR1 -> show palette (debug)");
-  showPalette_();
+  actions_.showPalette();
 }
 
 void DebugSignals::debugExercisePaste() {
@@ -26,7 +25,7 @@ void DebugSignals::debugExercisePaste() {
   const ClipPtr clip = store_.clips().value()[0];
   log_.write(std::string("SIGUSR2 -> exercise paste path, AXIsProcessTrusted=") +
              (accessibility_.isProcessTrusted() ? "true" : "false"));
-  pasteText_(clip->text, clip->source);
+  actions_.pasteText(clip->text, clip->source);
 }
 
 }  // namespace brimlo

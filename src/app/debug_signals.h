@@ -12,15 +12,18 @@
 namespace brimlo {
 
 /// Lets a shell drive the running program: SIGUSR1 opens the palette, SIGUSR2 pastes the newest
-/// clip. Main thread.
+/// clip, SIGWINCH shows a preview of the menu window. Main thread.
 class DebugSignals {
  public:
-  using ShowPalette = std::function<void()>;
-  using PasteText = std::function<void(const std::string& text, const std::string& source)>;
+  struct Actions {
+    std::function<void()> showPalette;
+    std::function<void(const std::string& text, const std::string& source)> pasteText;
+    std::function<void()> showMenuPanel;
+  };
 
   /// Installs the signal sources, for its own life. The services outlive it.
   DebugSignals(SignalSources& signals, const Accessibility& accessibility, SystemLog& log,
-               const ClipStore& store, ShowPalette showPalette, PasteText pasteText);
+               const ClipStore& store, Actions actions);
 
  private:
   void debugShowPalette();
@@ -29,10 +32,10 @@ class DebugSignals {
   const Accessibility& accessibility_;
   SystemLog& log_;
   const ClipStore& store_;
-  ShowPalette showPalette_;
-  PasteText pasteText_;
+  Actions actions_;
   std::unique_ptr<SignalSource> debugSignalSource_;
   std::unique_ptr<SignalSource> debugPasteSignalSource_;
+  std::unique_ptr<SignalSource> debugMenuSignalSource_;
 };
 
 }  // namespace brimlo

@@ -4,16 +4,23 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <iostream>
 
 #include "app/app_model.h"
+#include "app/command_line.h"
+#include "app/tray_item.h"
+#include "menu/menu_bar_controller.h"
+#include "menu/menu_content_view.h"
 #include "onboarding/onboarding_view.h"
 #include "palette/quick_paste_view.h"
 #include "platform/cloud/account_database.h"
 #include "platform/linux/dbus_notifications.h"
 #include "platform/linux/folder_lock.h"
 #include "platform/linux/ini_user_defaults.h"
+#include "platform/linux/portal_appearance.h"
 #include "platform/linux/posix_file_system.h"
 #include "platform/linux/process_environment.h"
+#include "platform/linux/running_instance.h"
 #include "platform/linux/syslog_log.h"
 #include "platform/linux/system_clock.h"
 #include "platform/linux/unix_signals.h"
@@ -39,6 +46,7 @@
 #include "store/template_file.h"
 #include "sync/record_conversions.h"
 #include "ui/accessibility.h"
+#include "ui/popover.h"
 
 using namespace brimlo;
 
@@ -46,6 +54,8 @@ namespace {
 
 /// How long a sync run in the background may hold up the end of the program.
 constexpr std::chrono::seconds kLastRun{1};
+/// How long a second start waits for the one that runs.
+constexpr std::chrono::seconds kAnswer{3};
 
 /// The templates that this machine has, for a database that has none yet.
 std::vector<RecordPtr> localTemplates(const std::string& dataFolder) {
@@ -59,11 +69,49 @@ std::vector<RecordPtr> localTemplates(const std::string& dataFolder) {
   return records;
 }
 
+/// Has the program that runs in `dataFolder` do what this start is for. Returns the exit status.
+int handOver(Start start, const std::string& dataFolder, SystemLog& log) {
+  const std::string running = "already running for " + dataFolder;
+  if (start == Start::kBackground) {
+    log.write(running);
+    return 0;
+  }
+  const auto request = start == Start::kQuickPaste ? InstanceRequest::kQuickPaste
+                                                   : InstanceRequest::kOpenMenu;
+  const bool answered = askRunningInstance(instanceSocketPath(dataFolder), request, kAnswer);
+  log.write(running + (answered ? std::string() : std::string(", but it does not answer")));
+  return answered ? 0 : 1;
+}
+
+/// The menu window's content on a card of its own.
+std::unique_ptr<ui::Popover> makeMenuPopover(MenuContentModel& content,
+                                             const Published<Appearance>& appearance) {
+  auto* view = new MenuContentView(content, appearance);
+  auto popover = std::make_unique<ui::Popover>(view);
+  const auto color = [view, popover = popover.get()] {
+    popover->setColors(view->colors().surface, view->colors().border);
+  };
+  color();
+  view->setOnColorsChange(color);
+  popover->setFocusProxy(view);
+  return popover;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   // Writing to a server or a terminal that has gone away is an error to deal with, not an end.
   std::signal(SIGPIPE, SIG_IGN);
+
+  const auto start = parseCommandLine({argv + 1, argv + argc});
+  if (!start) {
+    std::cerr << usage();
+    return 2;
+  }
+  if (start == Start::kHelp || start == Start::kVersion) {
+    std::cout << (start == Start::kHelp ? usage() : "brimlo " BRIMLO_VERSION "\n");
+    return 0;
+  }
 
   SyslogLog log;
   PosixFileSystem files;
@@ -71,8 +119,7 @@ int main(int argc, char** argv) {
   const std::string dataFolder = prepareDataFolder(files, log);
   const FolderLock lock(dataFolder);
   if (lock.state() == FolderLock::State::kHeldByAnother) {
-    log.write("already running for " + dataFolder);
-    return 0;
+    return handOver(*start, dataFolder, log);
   }
 
   const X11Connection::OpenResult x11 = X11Connection::open();
@@ -87,7 +134,7 @@ int main(int argc, char** argv) {
   qputenv("QT_XCB_GL_INTEGRATION", "none");
   QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
-  QApplication::setDesktopFileName("brimlo");
+  QApplication::setDesktopFileName("org.brimlo.Brimlo");
   ui::installAccessibility();
   x11.connection->serve();
 
@@ -135,6 +182,18 @@ int main(int argc, char** argv) {
     return prepared ? std::move(prepared) : makePanel(state);
   };
 
+  const PortalAppearance appearance;
+  const auto makeMenuPanel = [&](MenuContentModel& content) -> std::unique_ptr<KeyablePanel> {
+    auto popover = makeMenuPopover(content, appearance.value());
+    const auto opaqueShape = [popover = popover.get()] { return popover->opaqueShape(); };
+    return std::make_unique<QtKeyablePanel>(std::move(popover), opaqueShape, windowServer);
+  };
+  const auto makeMenuPreview = [&](MenuContentModel& content) {
+    auto view = std::make_unique<MenuContentView>(content, appearance.value());
+    view->layout()->setSizeConstraint(QLayout::SetFixedSize);
+    view->adjustSize();
+    return std::make_unique<QtTitledWindow>(std::move(view), "Brimlo", workspace);
+  };
   const auto makeOnboardingWindow = [&](OnboardingViewState& state) {
     return std::make_unique<QtTitledWindow>(
         std::make_unique<OnboardingView>(state, text, clipboard),
@@ -154,6 +213,7 @@ int main(int argc, char** argv) {
                   .hotKeys = hotKeys,
                   .keys = keys,
                   .locale = userLocale(environment),
+                  .makeMenuPreview = makeMenuPreview,
                   .makeOnboardingWindow = makeOnboardingWindow,
                   .makePalettePanel = makePalettePanel,
                   .strings = strings,
@@ -166,6 +226,20 @@ int main(int argc, char** argv) {
                   .defaults = defaults,
                   .notifications = notifications,
                   .workspace = workspace});
+
+  MenuBarController menuBar({.events = events,
+                             .queue = runLoop,
+                             .screens = screens,
+                             .makeContent = [&] { return model.makeMenuContent(nullptr); },
+                             .makePanel = makeMenuPanel});
+  TrayItem tray(screens, log);
+  tray.show([&](const Rect& item) { menuBar.toggle(item); });
+  const RunningInstance instance(
+      instanceSocketPath(dataFolder), log, [&](InstanceRequest request) {
+        if (request == InstanceRequest::kQuickPaste) return model.showQuickPaste();
+        menuBar.open(tray.frame());
+      });
+  if (start == Start::kQuickPaste) runLoop.async([&] { model.showQuickPaste(); });
 
   runLoop.asyncAfter(std::chrono::milliseconds(500), [&] {
     if (paletteMade) return;

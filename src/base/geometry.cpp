@@ -22,6 +22,12 @@ void appendPair(std::string& text, double a, double b) {
 
 }  // namespace
 
+std::string toString(Size size) {
+  std::string text;
+  appendPair(text, size.width, size.height);
+  return text;
+}
+
 std::string toString(const Rect& rect) {
   std::string text = "{";
   appendPair(text, rect.origin.x, rect.origin.y);

@@ -40,7 +40,14 @@ struct Rect {
   bool operator==(const Rect&) const = default;
 };
 
-/// "{{x, y}, {width, height}}", each number as short as it can be without losing anything.
+/// The bottom left corner of what is of `size` and has its middle in that of `rect`.
+inline Point originCentered(Size size, const Rect& rect) {
+  return {rect.midX() - size.width / 2, rect.midY() - size.height / 2};
+}
+
+/// "{width, height}", each number as short as it can be without losing anything.
+std::string toString(Size size);
+/// "{{x, y}, {width, height}}", likewise.
 std::string toString(const Rect& rect);
 
 }  // namespace brimlo

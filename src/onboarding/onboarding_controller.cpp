@@ -77,16 +77,9 @@ void OnboardingController::makeWindowIfNeeded() {
 void OnboardingController::place(bool forDebugging) {
   if (!forDebugging) return window_->center();
   window_->setLevel(TitledWindow::Level::kFloating);
-  const std::vector<Screen> screens = services_.screens.screens();
-  const auto primary = std::find_if(screens.begin(), screens.end(), [](const Screen& screen) {
-    return screen.frame.origin == Point{0, 0};
-  });
-  const auto screen =
-      primary == screens.end() ? services_.screens.mainScreen() : std::optional(*primary);
+  const auto screen = primaryScreen(services_.screens);
   if (!screen) return;
-  const Size size = window_->frame().size;
-  window_->setFrameOrigin({screen->visibleFrame.midX() - size.width / 2,
-                           screen->visibleFrame.midY() - size.height / 2});
+  window_->setFrameOrigin(originCentered(window_->frame().size, screen->visibleFrame));
 }
 
 void OnboardingController::startAccessibilityPoll() {

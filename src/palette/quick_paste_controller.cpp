@@ -43,7 +43,7 @@ QuickPasteController::QuickPasteController(const Services& services) : services_
   state_.onHover = anchor_.guard([this](std::int64_t row) { state_.selectedIndex.set(row); });
   state_.onSectionChange =
       anchor_.guard([this](QuickPasteSection section) { setSection(section); });
-  services_.screens.setOnChange(anchor_.guard([this] { screensChanged(); }));
+  screensChange_ = services_.screens.observeChanges(anchor_.guard([this] { screensChanged(); }));
   querySubscription_ =
       state_.query.observeDistinct([this](const std::string& query) { queryChanged(query); });
 }
@@ -245,21 +245,14 @@ KeyablePanel& QuickPasteController::ensurePanel() {
 
 void QuickPasteController::positionPanel(KeyablePanel& panel) {
   const Size size = panel.frame().size;
-  const std::vector<Screen> screens = services_.screens.screens();
-  const auto first = [&](auto holds) -> std::optional<Screen> {
-    const auto found = std::find_if(screens.begin(), screens.end(), holds);
-    return found == screens.end() ? services_.screens.mainScreen() : *found;
-  };
   if (debugCenterOnPrimary_) {
-    const auto primary = first([](const Screen& each) { return each.frame.origin == Point{}; });
-    if (primary) {
-      const Rect& visible = primary->visibleFrame;
-      panel.setFrameOrigin({visible.midX() - size.width / 2, visible.midY() - size.height / 2});
-      return;
+    if (const auto primary = primaryScreen(services_.screens)) {
+      return panel.setFrameOrigin(originCentered(size, primary->visibleFrame));
     }
   }
   const Point pointer = services_.screens.pointerLocation();
-  const auto screen = first([&](const Screen& each) { return each.frame.contains(pointer); });
+  auto screen = screenAt(pointer, services_.screens);
+  if (!screen) screen = services_.screens.mainScreen();
   if (!screen) return;
   // It hangs below the pointer, whose place is in the title row, away from the rows.
   constexpr double kAbovePointer = 40, kMargin = 8;

@@ -108,6 +108,7 @@ class QuickPasteController {
   bool autoDismissOnResign_ = true;
   bool debugCenterOnPrimary_ = false;
   Subscription querySubscription_;
+  Subscription screensChange_;
   WeakAnchor anchor_;
 };
 

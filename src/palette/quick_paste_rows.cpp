@@ -5,11 +5,11 @@
 #include <QTextOption>
 #include <algorithm>
 #include <cmath>
-#include <string_view>
 #include <utility>
 
 #include "ui/color.h"
 #include "ui/label.h"
+#include "ui/one_line.h"
 #include "ui/shapes.h"
 #include "ui/symbol.h"
 #include "ui/text_style.h"
@@ -26,27 +26,6 @@ constexpr std::size_t kNumberedRows = 9;
 constexpr ui::TextStyle kBadgeText{.size = 11, .weight = QFont::DemiBold, .rounded = true};
 constexpr const char* kPhone = "iphone";
 constexpr const char* kTemplate = "text.badge.plus";
-
-/// The beginning of a text, as much as two lines can show, on one line.
-QString preview(std::string_view text) {
-  constexpr std::size_t kMostBytes = 1024;
-  std::size_t end = std::min(text.size(), kMostBytes);
-  while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
-  const QString begin = QString::fromUtf8(text.data(), static_cast<qsizetype>(end));
-  QString shown;
-  shown.reserve(begin.size() + 1);
-  for (const QChar each : begin) {
-    if (each == u'\n' || each == QChar::LineSeparator || each == QChar::ParagraphSeparator) {
-      shown += u' ';
-    } else if (each == u'\t') {
-      shown += u"  ";
-    } else if (each.category() != QChar::Other_Control) {  // the others have no look of their own
-      shown += each;
-    }
-  }
-  if (end < text.size()) shown += u'…';
-  return shown;
-}
 
 double rightOf(const QRectF& rect) {
   return rect.right() - kHorizontalPadding;
@@ -107,10 +86,10 @@ void QuickPasteRows::paint(QPainter& painter, std::size_t row, const QRectF& rec
 
 QString QuickPasteRows::name(std::size_t row) {
   const QuickPasteItem item = state_.items.value()[row];
-  if (const ClipPtr clip = item.clip()) return preview(clip->text);
+  if (const ClipPtr clip = item.clip()) return ui::oneLine(clip->text);
   const Template& shown = *item.shownTemplate();
-  const QString body = preview(shown.body);
-  return shown.title.empty() ? body : preview(shown.title) + u' ' + body;
+  const QString body = ui::oneLine(shown.body);
+  return shown.title.empty() ? body : ui::oneLine(shown.title) + u' ' + body;
 }
 
 const QuickPasteRows::Lines& QuickPasteRows::linesOf(std::size_t row, const Clip& clip,
@@ -121,7 +100,7 @@ const QuickPasteRows::Lines& QuickPasteRows::linesOf(std::size_t row, const Clip
   layoutWidth_ = rowWidth;
   const auto [found, isNew] = layouts_.try_emplace(row);
   if (!isNew) return found->second;
-  const QString text = preview(clip.text);
+  const QString text = ui::oneLine(clip.text);
   const double width = textRoom(clip, rowWidth);
   auto first = layOut(text);
   first->beginLayout();
@@ -181,10 +160,10 @@ void QuickPasteRows::paintTemplate(QPainter& painter, const Template& shown, QRe
   room.setLeft(room.left() + size.width() + kSpacing);
   room.setRight(rightOf(rect) - kSpacing - kLeastRoom);
   const QColor color = selected ? ui::white(1) : colors_.textPrimary;
-  const QString body = preview(shown.body);
+  const QString body = ui::oneLine(shown.body);
   if (shown.title.empty()) return ui::paintText(painter, room, body, ui::kCallout, color);
   // Where both are too long, each has half of the room; what one does not need goes to the other.
-  const QString title = preview(shown.title);
+  const QString title = ui::oneLine(shown.title);
   const double wanted = ui::textWidth(title, ui::kCallout);
   const double wantedByBody = ui::textWidth(body, ui::kCaption);
   const double both = room.width() - kSpacing;

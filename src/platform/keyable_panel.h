@@ -18,6 +18,8 @@ class KeyablePanel {
   /// The size that its content wants.
   virtual Size fittingSize() const = 0;
   virtual void setContentSize(Size size) = 0;
+  /// Called, from the run loop, when that size has become another.
+  virtual void setOnFittingSizeChange(std::function<void()> onChange) = 0;
 
   virtual Rect frame() const = 0;
   virtual void setFrameOrigin(Point origin) = 0;

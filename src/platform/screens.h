@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/geometry.h"
+#include "base/published.h"
 
 namespace brimlo {
 
@@ -27,9 +28,24 @@ class Screens {
   /// The top left corner of the pixel that the pointer is on.
   virtual Point pointerLocation() const = 0;
 
-  /// Calls `onChange` whenever a screen comes, goes, or is another size or elsewhere; replaces the
-  /// callback set before.
-  virtual void setOnChange(std::function<void()> onChange) = 0;
+  /// Calls `onChange` whenever a screen comes, goes, or is another size or elsewhere.
+  virtual Subscription observeChanges(std::function<void()> onChange) = 0;
 };
+
+/// The screen that `point` is on.
+inline std::optional<Screen> screenAt(Point point, const Screens& screens) {
+  for (const Screen& each : screens.screens()) {
+    if (each.frame.contains(point)) return each;
+  }
+  return std::nullopt;
+}
+
+/// The primary screen; where none has its origin at (0, 0), the main one.
+inline std::optional<Screen> primaryScreen(const Screens& screens) {
+  for (const Screen& each : screens.screens()) {
+    if (each.frame.origin == Point{}) return each;
+  }
+  return screens.mainScreen();
+}
 
 }  // namespace brimlo

@@ -4,9 +4,11 @@
 #include <QAccessibleWidget>
 #include <unordered_map>
 
+#include "ui/alert.h"
 #include "ui/button.h"
 #include "ui/capsule_tab.h"
 #include "ui/row_list.h"
+#include "ui/switch.h"
 
 namespace brimlo::ui {
 namespace {
@@ -96,6 +98,18 @@ class PressedAccessible : public QAccessibleWidget {
   }
 };
 
+class SwitchAccessible : public PressedAccessible {
+ public:
+  explicit SwitchAccessible(Switch& shown) : PressedAccessible(shown, QAccessible::CheckBox) {}
+
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.checkable = true;
+    state.checked = static_cast<Switch*>(widget())->isOn();
+    return state;
+  }
+};
+
 class TabAccessible : public PressedAccessible {
  public:
   explicit TabAccessible(CapsuleTab& tab) : PressedAccessible(tab, QAccessible::PageTab) {}
@@ -149,6 +163,10 @@ void RowAccessible::doAction(const QString& action) {
 QAccessibleInterface* make(const QString&, QObject* object) {
   if (auto* list = dynamic_cast<RowList*>(object)) return new RowListAccessible(*list);
   if (auto* tab = dynamic_cast<CapsuleTab*>(object)) return new TabAccessible(*tab);
+  if (auto* shown = dynamic_cast<Switch*>(object)) return new SwitchAccessible(*shown);
+  if (auto* alert = dynamic_cast<Alert*>(object)) {
+    return new QAccessibleWidget(alert, QAccessible::AlertMessage);
+  }
   if (auto* button = dynamic_cast<Button*>(object)) {
     return new PressedAccessible(*button, QAccessible::Button);
   }

@@ -1,39 +1,56 @@
 #pragma once
 
-#include <QAbstractButton>
+#include <QBasicTimer>
 #include <QColor>
+#include <QRectF>
+#include <QString>
 
+#include "ui/pressable.h"
 #include "ui/text_style.h"
 
 namespace brimlo::ui {
 
-/// A push button without a frame: a text, on a rounded rectangle where it has a fill. While the
-/// keyboard is on it, a ring around it says so.
-class Button : public QAbstractButton {
+/// A push button: a text, a symbol before or after it, on a rounded rectangle where it has a fill
+/// or a border. While the keyboard is on it, a ring around it says so.
+class Button : public Pressable {
  public:
   struct Look {
     TextStyle style;
     QColor text;
     QColor fill = Qt::transparent;
+    QColor border = Qt::transparent;
     int horizontalPadding = 0;
     int verticalPadding = 0;
     double radius = 0;
+    QString leadingSymbol = {};
+    QString trailingSymbol = {};
+    int spacing = 0;  ///< between symbol and text
   };
   Button(const QString& label, const Look& look);
 
   void setLabel(const QString& label);
+  /// Shows a turning wheel in place of the leading symbol.
+  void setBusy(bool busy);
 
   QSize sizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-  void focusInEvent(QFocusEvent* event) override;
-  void focusOutEvent(QFocusEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
 
  private:
+  double symbolRoom(const QString& symbol) const;
+  void paintWheel(QPainter& painter, const QRectF& rect) const;
+
   Look look_;
-  bool ringed_ = false;
+  QBasicTimer turning_;
+  int turn_ = 0;
 };
+
+/// A button without a shape of its own.
+inline Button::Look plain(const TextStyle& style, const QColor& text,
+                          const QString& leadingSymbol = {}) {
+  return {.style = style, .text = text, .leadingSymbol = leadingSymbol, .spacing = 4};
+}
 
 }  // namespace brimlo::ui

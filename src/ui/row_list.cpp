@@ -2,6 +2,8 @@
 
 #include <QAccessible>
 #include <QCursor>
+#include <QFocusEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QWheelEvent>
 #include <algorithm>
@@ -18,12 +20,14 @@ constexpr double kIndicatorWidth = 4;
 constexpr double kIndicatorMargin = 1;
 constexpr double kShortestIndicator = 28;
 constexpr double kGripWidth = 12;
+constexpr double kRingRadius = 5;
 
 }  // namespace
 
 RowList::RowList(RowSource& source, const Options& options) : source_(source), options_(options) {
   setMouseTracking(true);
-  setFocusPolicy(Qt::NoFocus);
+  setFocusPolicy(takesKeyboard() ? Qt::StrongFocus : Qt::NoFocus);
+  if (options_.maximumHeight > 0) setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
   scrolling_.setDuration(kScrollingMs);
   connect(&scrolling_, &QVariantAnimation::valueChanged, this,
           [this](const QVariant& value) { setPosition(value.toDouble()); });
@@ -35,6 +39,8 @@ void RowList::setRows(std::size_t count) {
   hovered_.reset();
   pressed_.reset();
   count_ = count;
+  if (takesKeyboard()) selected_ = count == 0 ? 0 : std::min(selected_, count - 1);
+  if (options_.maximumHeight > 0) updateGeometry();
   setPosition(position_);
   QAccessibleTableModelChangeEvent event(this, QAccessibleTableModelChangeEvent::ModelReset);
   QAccessible::updateAccessibility(&event);
@@ -103,6 +109,7 @@ void RowList::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   forEachInSight([&](std::size_t row, const QRectF& rect) {
     source_.paint(painter, row, rect);
+    if (ringed_ && row == selected_) strokeRounded(painter, rect, kRingRadius, options_.ring, 1.5);
     return true;
   });
   const QRectF indicator = indicatorRect();
@@ -125,6 +132,78 @@ void RowList::changeEvent(QEvent* event) {
 void RowList::showEvent(QShowEvent*) {
   pointer_ = QCursor::pos();
   hovered_.reset();
+}
+
+QSize RowList::sizeHint() const {
+  if (options_.maximumHeight == 0) return QWidget::sizeHint();
+  int height = 2 * options_.padding;
+  for (std::size_t row = 0; row < count_ && height < options_.maximumHeight; ++row) {
+    height += source_.height(row, width()) + (row == 0 ? 0 : options_.spacing);
+  }
+  return {0, std::min(height, options_.maximumHeight)};
+}
+
+QSize RowList::minimumSizeHint() const {
+  constexpr int kLeastHeight = 80;  // where the screen is low
+  return {0, std::min(sizeHint().height(), kLeastHeight)};
+}
+
+void RowList::keyPressEvent(QKeyEvent* event) {
+  const std::size_t page =
+      count_ == 0 ? 1 : std::max<std::size_t>(1, height() / std::max(1, rowHeight(0)));
+  const auto up = [&](std::size_t by) { return selected_ > by ? selected_ - by : 0; };
+  const auto handled = [&](std::size_t row) {
+    // The first key only shows where the keyboard is.
+    moveTo(std::exchange(ringed_, true) ? row : selected_);
+    return true;
+  };
+  const bool seen = ringed_ && selected_ < count_;
+  const auto handle = [&] {
+    if (count_ == 0) return false;
+    switch (event->key()) {
+      case Qt::Key_Up:
+        return (!seen || selected_ > 0) && handled(up(1));
+      case Qt::Key_Down:
+        return (!seen || selected_ + 1 < count_) && handled(selected_ + 1);
+      case Qt::Key_PageUp:
+        return handled(up(page));
+      case Qt::Key_PageDown:
+        return handled(selected_ + page);
+      case Qt::Key_Home:
+        return handled(0);
+      case Qt::Key_End:
+        return handled(count_ - 1);
+      case Qt::Key_Return:
+      case Qt::Key_Enter:
+      case Qt::Key_Space:
+        if (seen && !event->isAutoRepeat()) click(selected_);
+        return seen;
+      default:
+        return false;
+    }
+  };
+  if (event->modifiers() & ~Qt::KeypadModifier || !handle()) QWidget::keyPressEvent(event);
+}
+
+void RowList::focusInEvent(QFocusEvent* event) {
+  ringed_ = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+  if (ringed_) moveTo(event->reason() == Qt::TabFocusReason ? 0 : count_ - 1);
+  QWidget::focusInEvent(event);
+  update();
+}
+
+void RowList::focusOutEvent(QFocusEvent* event) {
+  ringed_ = false;
+  QWidget::focusOutEvent(event);
+  update();
+}
+
+void RowList::moveTo(std::size_t row) {
+  if (count_ == 0) return;
+  row = std::min(row, count_ - 1);
+  setSelectedRow(row);
+  const auto rect = rowRect(row);
+  if (!rect || rect->top() < 0 || rect->bottom() > height()) scrollToCenter(row);
 }
 
 void RowList::mouseMoveEvent(QMouseEvent* event) {

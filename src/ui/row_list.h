@@ -39,6 +39,11 @@ class RowList : public QWidget {
     int spacing = 0;
     int padding = 0;  ///< around all rows
     QColor indicator;
+    /// Its height is that of its rows, this at most; 0: as high as it is made.
+    int maximumHeight = 0;
+    /// Where it is visible, the keyboard can be on the list: a ring of this colour is around the
+    /// selected row then.
+    QColor ring = Qt::transparent;
   };
   /// `source` outlives the list.
   RowList(RowSource& source, const Options& options);
@@ -63,11 +68,17 @@ class RowList : public QWidget {
   std::optional<std::size_t> rowAt(const QPointF& point);
   void click(std::size_t row);
 
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
  protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -75,6 +86,8 @@ class RowList : public QWidget {
   void leaveEvent(QEvent* event) override;
 
  private:
+  bool takesKeyboard() const { return options_.ring.alpha() > 0; }
+  void moveTo(std::size_t row);
   int rowHeight(std::size_t row);
   double above(std::size_t row) const;
   double slotHeight(std::size_t row);
@@ -97,6 +110,7 @@ class RowList : public QWidget {
   std::function<void(std::size_t)> onHover_;
   std::optional<std::size_t> hovered_;
   std::optional<std::size_t> pressed_;
+  bool ringed_ = false;
   std::optional<double> grip_;  // where the indicator was gripped, from its top
   QPointF pointer_;             // on the screen, when it moved last
   QVariantAnimation scrolling_;

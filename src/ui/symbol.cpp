@@ -1,6 +1,7 @@
 #include "ui/symbol.h"
 
 #include <QHash>
+#include <QIconEngine>
 #include <QPixmap>
 #include <QPixmapCache>
 #include <QSvgRenderer>
@@ -14,14 +15,43 @@ QString fileOf(const QString& name) {
   return ":/symbols/" + name + ".svg";
 }
 
+/// The size that the symbol is drawn in, in whatever unit.
+QSizeF drawnSize(const QString& name) {
+  static QHash<QString, QSizeF> known;  // reading a drawing takes long, and rows ask in every frame
+  QSizeF& drawn = known[name];
+  if (drawn.isEmpty()) drawn = QSvgRenderer(fileOf(name)).viewBoxF().size();
+  return drawn;
+}
+
+class SymbolIconEngine : public QIconEngine {
+ public:
+  SymbolIconEngine(QString name, const QColor& color) : name_(std::move(name)), color_(color) {}
+
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
+    QRectF place({}, drawnSize(name_).scaled(rect.size(), Qt::KeepAspectRatio));
+    place.moveCenter(QRectF(rect).center());
+    paintSymbol(*painter, name_, place, color_);
+  }
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    QPixmap pixmap(size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    paint(&painter, pixmap.rect(), mode, state);
+    return pixmap;
+  }
+  QIconEngine* clone() const override { return new SymbolIconEngine(*this); }
+
+ private:
+  QString name_;
+  QColor color_;
+};
+
 }  // namespace
 
 QSizeF symbolSize(const QString& name, const TextStyle& style) {
   // Drawn a little higher than capitals, as symbols beside text are.
   constexpr double kHeight = 1.25;
-  static QHash<QString, QSizeF> known;  // reading a drawing takes long, and rows ask in every frame
-  QSizeF& drawn = known[name];
-  if (drawn.isEmpty()) drawn = QSvgRenderer(fileOf(name)).viewBoxF().size();
+  const QSizeF drawn = drawnSize(name);
   const double height = std::round(style.size * kHeight);
   return {std::round(height * drawn.width() / drawn.height()), height};
 }
@@ -51,6 +81,10 @@ void paintSymbol(QPainter& painter, const QString& name, const QRectF& rect, con
   painter.drawPixmap(painter.deviceTransform().inverted().map(
                          QPointF(std::round(device.x()), std::round(device.y()))),
                      pixmap);
+}
+
+QIcon symbolIcon(const QString& name, const QColor& color) {
+  return QIcon(new SymbolIconEngine(name, color));
 }
 
 Symbol::Symbol(QString name, const TextStyle& style, const QColor& color)

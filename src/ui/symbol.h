@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QIcon>
 #include <QPainter>
 #include <QRectF>
 #include <QString>
@@ -15,6 +16,9 @@ QSizeF symbolSize(const QString& name, const TextStyle& style);
 
 /// Draws the symbol `name`, one of those in resources/symbols, in one colour.
 void paintSymbol(QPainter& painter, const QString& name, const QRectF& rect, const QColor& color);
+
+/// The symbol as a square icon, crisp at every size.
+QIcon symbolIcon(const QString& name, const QColor& color);
 
 /// A symbol in a stack. It says nothing to a screen reader: what stands beside it does.
 class Symbol : public QWidget {

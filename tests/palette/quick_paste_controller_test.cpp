@@ -279,10 +279,10 @@ TEST_F(QuickPasteControllerTest, ItHangsBelowThePointerWithinTheScreen) {
   present({});
   surroundings.all = {left};
   surroundings.pointer = {300, 700};
-  surroundings.changed();
+  surroundings.changes.set(1);
   EXPECT_EQ(panel.frame.origin, (Point{50, 243})) << "its screen went away";
   surroundings.pointer = {500, 700};
-  surroundings.changed();
+  surroundings.changes.set(1);
   EXPECT_EQ(panel.frame.origin, (Point{50, 243})) << "still in sight";
 }
 

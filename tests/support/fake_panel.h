@@ -29,13 +29,15 @@ class FakeSurroundings : public Environment, public Screens {
   std::vector<Screen> screens() const override { return all; }
   std::optional<Screen> mainScreen() const override { return main; }
   Point pointerLocation() const override { return pointer; }
-  void setOnChange(std::function<void()> onChange) override { changed = std::move(onChange); }
+  Subscription observeChanges(std::function<void()> onChange) override {
+    return changes.observeChanges([onChange = std::move(onChange)](int) { onChange(); });
+  }
 
   std::map<std::string, std::string> variables;
   std::vector<Screen> all{{{{0, 0}, {1280, 800}}, {{0, 0}, {1280, 776}}}};
   std::optional<Screen> main = all[0];
   Point pointer{640, 400};
-  std::function<void()> changed;
+  Published<int> changes{0};
 };
 
 /// Callbacks under tokens: each is there until its token ends.
@@ -129,6 +131,7 @@ struct PanelRecord {
   bool composing = false;
   int made = 0;
   std::function<void()> resign;
+  std::function<void()> refit;
 };
 
 class FakePanel : public KeyablePanel {
@@ -137,6 +140,9 @@ class FakePanel : public KeyablePanel {
 
   Size fittingSize() const override { return record_.fitting; }
   void setContentSize(Size size) override { record_.frame.size = size; }
+  void setOnFittingSizeChange(std::function<void()> onChange) override {
+    record_.refit = std::move(onChange);
+  }
   Rect frame() const override { return record_.frame; }
   void setFrameOrigin(Point origin) override { record_.frame.origin = origin; }
   void makeKeyAndOrderFront() override { record_.visible = true; }

@@ -39,6 +39,10 @@ void QtKeyablePanel::setContentSize(Size size) {
   content_->resize(QSizeF(size.width, size.height).toSize());
 }
 
+void QtKeyablePanel::setOnFittingSizeChange(std::function<void()> onChange) {
+  onFittingSizeChange_ = std::move(onChange);
+}
+
 Rect QtKeyablePanel::frame() const {
   return fromQt(content_->geometry());
 }
@@ -84,7 +88,15 @@ void QtKeyablePanel::setOnResignKey(std::function<void()> onResignKey) {
 bool QtKeyablePanel::eventFilter(QObject* receiver, QEvent* event) {
   const auto* widget = qobject_cast<QWidget*>(receiver);
   if (!widget || widget->window() != content_.get()) return false;
-  if (event->type() == QEvent::InputMethod) {
+  if (event->type() == QEvent::LayoutRequest && widget == content_.get()) {
+    // Once the layouts within have been told too.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+          if (onFittingSizeChange_ && isVisible()) onFittingSizeChange_();
+        },
+        Qt::QueuedConnection);
+  } else if (event->type() == QEvent::InputMethod) {
     composing_ = !static_cast<QInputMethodEvent*>(event)->preeditString().isEmpty();
   } else if (event->type() == QEvent::MouseButtonPress) {
     // No window manager does it for this window.

@@ -28,6 +28,7 @@ class QtKeyablePanel : public KeyablePanel, private QObject {
 
   Size fittingSize() const override;
   void setContentSize(Size size) override;
+  void setOnFittingSizeChange(std::function<void()> onChange) override;
   Rect frame() const override;
   void setFrameOrigin(Point origin) override;
   void makeKeyAndOrderFront() override;
@@ -45,6 +46,7 @@ class QtKeyablePanel : public KeyablePanel, private QObject {
   std::function<QRegion()> opaqueShape_;
   WindowServer& server_;
   std::function<void()> onResignKey_;
+  std::function<void()> onFittingSizeChange_;
   bool composing_ = false;
 };
 

@@ -38,9 +38,7 @@ QPoint topLeftInQt(Point origin, double height) {
 }
 
 QtScreens::QtScreens() {
-  const auto changed = [this] {
-    if (onChange_) onChange_();
-  };
+  const auto changed = [this] { changes_.set(changes_.value() + 1); };
   const auto watch = [changed](QScreen* screen) {
     QObject::connect(screen, &QScreen::geometryChanged, screen, changed);
     QObject::connect(screen, &QScreen::availableGeometryChanged, screen, changed);
@@ -68,8 +66,8 @@ Point QtScreens::pointerLocation() const {
   return fromQt(QCursor::pos());
 }
 
-void QtScreens::setOnChange(std::function<void()> onChange) {
-  onChange_ = std::move(onChange);
+Subscription QtScreens::observeChanges(std::function<void()> onChange) {
+  return changes_.observeChanges([onChange = std::move(onChange)](int) { onChange(); });
 }
 
 }  // namespace brimlo

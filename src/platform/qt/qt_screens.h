@@ -23,10 +23,10 @@ class QtScreens : public Screens {
   std::vector<Screen> screens() const override;
   std::optional<Screen> mainScreen() const override;
   Point pointerLocation() const override;
-  void setOnChange(std::function<void()> onChange) override;
+  Subscription observeChanges(std::function<void()> onChange) override;
 
  private:
-  std::function<void()> onChange_;
+  Published<int> changes_{0};
 };
 
 }  // namespace brimlo

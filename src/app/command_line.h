@@ -1,0 +1,24 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace brimlo {
+
+/// What the program was started for.
+enum class Start {
+  kOpen,        ///< to run; where it runs already, to open its window
+  kQuickPaste,  ///< likewise, with the palette
+  kBackground,  ///< to run, and nothing else: so it is started at login
+  kVersion,
+  kHelp,
+};
+
+/// What `arguments`, without the program's name, ask for; none where they make no sense.
+std::optional<Start> parseCommandLine(const std::vector<std::string>& arguments);
+
+/// For the person: what can be asked for.
+std::string usage();
+
+}  // namespace brimlo

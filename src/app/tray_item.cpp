@@ -1,0 +1,54 @@
+#include "app/tray_item.h"
+
+#include <QGuiApplication>
+#include <QStandardPaths>
+#include <utility>
+
+#include "platform/qt/qt_screens.h"
+#include "ui/color.h"
+#include "ui/symbol.h"
+
+namespace brimlo {
+namespace {
+
+constexpr const char* kTitle = "Brimlo";
+constexpr const char* kThemeIcon = "brimlo-symbolic";
+
+/// Stands out on light and on dark panels, where the tray does not colour the icon itself.
+QIcon icon() {
+  return ui::symbolIcon("square.stack.3d.up.fill", ui::srgb(62, 142, 99));
+}
+
+/// The name of the icon in the desktop's theme, if it was installed there.
+std::string themeIcon() {
+  const QString file = QString("icons/hicolor/symbolic/apps/%1.svg").arg(kThemeIcon);
+  const bool installed =
+      !QStandardPaths::locate(QStandardPaths::GenericDataLocation, file).isEmpty();
+  return installed ? kThemeIcon : "";
+}
+
+}  // namespace
+
+TrayItem::TrayItem(const Screens& screens, SystemLog& log)
+    : screens_(screens), notifier_(kTitle, themeIcon(), icon(), log), embedded_(kTitle, icon()) {}
+
+void TrayItem::show(std::function<void(const Rect&)> onActivate) {
+  notifier_.setOnActivate([this, onActivate](int x, int y) { onActivate(place(x, y)); });
+  embedded_.setOnActivate([this, onActivate] {
+    onActivate(frame().value_or(Rect{screens_.pointerLocation(), {}}));
+  });
+  notifier_.watchHosted([this](bool hosted) { embedded_.setShown(!hosted); });
+}
+
+/// Where a tray means by (x, y). Trays differ in whether they count in the screen's pixels; on
+/// scaled screens, and from those that say nothing, the pointer knows better.
+Rect TrayItem::place(int x, int y) const {
+  const Point point = fromQt(QPoint(x, y));
+  const bool silent = x == 0 && y == 0;
+  if (silent || qGuiApp->devicePixelRatio() != 1.0 || !screenAt(point, screens_)) {
+    return {screens_.pointerLocation(), {}};
+  }
+  return {point, {}};
+}
+
+}  // namespace brimlo

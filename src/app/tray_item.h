@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "base/geometry.h"
+#include "platform/linux/status_notifier_item.h"
+#include "platform/qt/qt_tray_icon.h"
+#include "platform/screens.h"
+#include "platform/system_log.h"
+
+namespace brimlo {
+
+/// The program's icon in the tray, in whichever way the desktop has one: as a StatusNotifierItem,
+/// or, as long as nobody shows those, embedded. Main thread.
+class TrayItem {
+ public:
+  TrayItem(const Screens& screens, SystemLog& log);
+
+  /// Puts it there. `onActivate` is told of each click, and where the icon is, be it but a point.
+  void show(std::function<void(const Rect& item)> onActivate);
+
+  /// Where it is, as far as the tray says.
+  std::optional<Rect> frame() const { return embedded_.frame(); }
+
+ private:
+  Rect place(int x, int y) const;
+
+  const Screens& screens_;
+  StatusNotifierItem notifier_;
+  QtTrayIcon embedded_;
+};
+
+}  // namespace brimlo

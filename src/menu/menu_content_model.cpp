@@ -1,0 +1,272 @@
+#include "menu/menu_content_model.h"
+
+#include <algorithm>
+#include <charconv>
+#include <initializer_list>
+#include <utility>
+
+namespace brimlo {
+namespace {
+
+/// A decimal whole number with at most one sign; 0 for anything else, and below 0.
+std::int64_t pageNamedBy(const std::optional<std::string>& value) {
+  std::string_view digits = value ? *value : std::string_view("0");
+  const bool plus = !digits.empty() && digits.front() == '+';
+  if (plus) digits.remove_prefix(1);
+  std::int64_t page = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), page);
+  const bool whole = error == std::errc() && end == digits.data() + digits.size();
+  const bool twoSigns = plus && digits.starts_with('-');
+  return whole && !twoSigns ? std::max<std::int64_t>(page, 0) : 0;
+}
+
+/// Puts `numbers` in the places of `format`: "%lld" takes the next one, "%2$lld" the second.
+std::string filledIn(std::string format, std::initializer_list<std::int64_t> numbers) {
+  std::size_t next = 0, from = 0;
+  for (;;) {
+    const std::size_t begin = format.find('%', from);
+    if (begin == std::string::npos) return format;
+    std::size_t at = begin + 1, index = next;
+    if (at + 1 < format.size() && format[at] >= '1' && format[at] <= '9' && format[at + 1] == '$') {
+      index = static_cast<std::size_t>(format[at] - '1');
+      at += 2;
+    } else {
+      ++next;
+    }
+    constexpr std::string_view kNumber = "lld";
+    if (format.compare(at, kNumber.size(), kNumber) != 0 || index >= numbers.size()) {
+      from = begin + 1;
+      continue;
+    }
+    const std::string number = std::to_string(numbers.begin()[index]);
+    format.replace(begin, at + kNumber.size() - begin, number);
+    from = begin + number.size();
+  }
+}
+
+/// The beginning of `text`, more than a row can show, on one line.
+std::string preview(const std::string& text) {
+  constexpr std::size_t kMostBytes = 1024;
+  std::size_t end = std::min(text.size(), kMostBytes);
+  while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
+  std::string shown = text.substr(0, end);
+  std::replace(shown.begin(), shown.end(), '\n', ' ');
+  if (end < text.size()) shown += "…";
+  return shown;
+}
+
+struct Range {
+  std::size_t start;  ///< the first row's position in the list
+  std::size_t end;    ///< one past the last one's
+};
+
+/// The rows on `page` of a list of `count`, which is not 0; beyond the last page, the last row.
+Range rangeOf(std::int64_t page, std::size_t count) {
+  constexpr auto kSize = static_cast<std::size_t>(MenuContentModel::kPageSize);
+  const std::size_t last = count - 1;
+  const auto asked = static_cast<std::size_t>(page);
+  const std::size_t start = asked > last / kSize ? last : asked * kSize;
+  return {start, std::min(start + kSize, count)};
+}
+
+}  // namespace
+
+MenuContentModel::MenuContentModel(Services services)
+    : services_(std::move(services)),
+      historyPage_(pageNamedBy(services_.environment.value("BRIMLO_MENU_PAGE"))) {
+  const auto follow = [this](const auto& value) {
+    subscriptions_.push_back(value.observeChanges([this](const auto&) { refresh(); }));
+  };
+  follow(services_.store.clips());
+  follow(services_.templateStore.templates());
+  follow(services_.quickPasteEnabled);
+  follow(services_.excludePasswords);
+  follow(services_.autoApply);
+  follow(services_.isSyncing);
+  follow(services_.syncStatus);
+  refresh();
+}
+
+void MenuContentModel::activateClip(std::size_t position) {
+  if (position >= shownClips_.size()) return;
+  const ClipPtr clip = shownClips_[position];  // which the copy moves elsewhere
+  services_.copyClip(*clip);
+}
+
+void MenuContentModel::activateTemplate(std::size_t position) {
+  if (position >= shownTemplates_.size()) return;
+  const Template chosen = shownTemplates_[position];
+  services_.copyTemplate(chosen);
+}
+
+void MenuContentModel::showPreviousHistoryPage() {
+  if (content_.value().history.previous) turn(historyPage_, -1);
+}
+
+void MenuContentModel::showNextHistoryPage() {
+  if (content_.value().history.next) turn(historyPage_, 1);
+}
+
+void MenuContentModel::showPreviousTemplatePage() {
+  if (content_.value().templates.previous) turn(templatePage_, -1);
+}
+
+void MenuContentModel::showNextTemplatePage() {
+  if (content_.value().templates.next) turn(templatePage_, 1);
+}
+
+void MenuContentModel::turn(std::int64_t& page, std::int64_t by) {
+  page += by;
+  refresh();
+}
+
+void MenuContentModel::activate(FooterItemId id) {
+  const auto& items = content_.value().footer;
+  const auto item = std::find_if(items.begin(), items.end(),
+                                 [&](const FooterItem& each) { return each.id == id; });
+  if (item == items.end() || !item->enabled || !item->shown) return;
+  const bool flipped = !item->on;
+  switch (id) {
+    case FooterItemId::kQuickPaste:
+      return services_.setQuickPasteEnabled(flipped);
+    case FooterItemId::kExcludePasswords:
+      return services_.setExcludePasswords(flipped);
+    case FooterItemId::kAutoApply:
+      return services_.setAutoApply(flipped);
+    case FooterItemId::kSync:
+      return services_.syncNow();
+    case FooterItemId::kClearHistory:
+      showingClearConfirm_ = true;
+      return refresh();
+    case FooterItemId::kShowOnboarding:
+      return services_.showOnboarding();
+    case FooterItemId::kCheckForUpdates:
+      return services_.checkForUpdates();
+    case FooterItemId::kQuit:
+      return services_.quit();
+    case FooterItemId::kAccessibilityNotice:
+    case FooterItemId::kDivider:
+      return;
+  }
+}
+
+void MenuContentModel::confirmClear() {
+  if (!std::exchange(showingClearConfirm_, false)) return;
+  services_.store.clearAll();
+  services_.log.write("history cleared");
+  historyPage_ = 0;
+  refresh();
+}
+
+void MenuContentModel::cancelClear() {
+  if (std::exchange(showingClearConfirm_, false)) refresh();
+}
+
+void MenuContentModel::escape() {
+  if (showingClearConfirm_) return cancelClear();
+  if (onClose_) onClose_();
+}
+
+void MenuContentModel::refresh() {
+  MenuContent content;
+  const std::size_t count = services_.store.clips().value().size();
+  content.title = text("Brimlo");
+  content.count = services_.strings.textWithCount("menu.count", count);
+  content.history = historyPage();
+  if (count == 0) content.empty = text("menu.empty");
+  content.templates = templatesPage();
+  content.footer = footer();
+  content.syncStatus = services_.syncStatus.value();
+  content.isSyncing = services_.isSyncing.value();
+  if (showingClearConfirm_) {
+    content.alert = {text("alert.clear_title"), text("alert.clear_message"),
+                     text("alert.clear_confirm"), text("common.cancel")};
+  }
+  content_.set(std::move(content));
+}
+
+MenuPage MenuContentModel::historyPage() {
+  MenuPage page;
+  shownClips_.clear();
+  const ClipList& clips = services_.store.clips().value();
+  if (clips.empty()) return page;
+  const auto [start, end] = rangeOf(historyPage_, clips.size());
+  for (std::size_t at = start; at < end; ++at) {
+    const bool fromPhone = clips[at]->source == "action";
+    page.rows.push_back({badge(at), fromPhone ? "iphone" : "", preview(clips[at]->text)});
+    shownClips_.push_back(clips[at]);
+  }
+  if (clips.size() > kPageSize) {
+    page.label = filledIn(text("menu.history_range"),
+                          {static_cast<std::int64_t>(start) + 1, static_cast<std::int64_t>(end),
+                           static_cast<std::int64_t>(clips.size())});
+  }
+  addPager(page, historyPage_, clips.size());
+  return page;
+}
+
+MenuPage MenuContentModel::templatesPage() {
+  MenuPage page;
+  shownTemplates_.clear();
+  const std::vector<Template>& templates = services_.templateStore.templates().value();
+  if (templates.empty()) return page;
+  const auto [start, end] = rangeOf(templatePage_, templates.size());
+  for (std::size_t at = start; at < end; ++at) {
+    page.rows.push_back({badge(at), "text.badge.plus", templates[at].title});
+    shownTemplates_.push_back(templates[at]);
+  }
+  page.label = text("menu.templates");
+  addPager(page, templatePage_, templates.size());
+  return page;
+}
+
+std::string MenuContentModel::badge(std::size_t index) const {
+  constexpr std::size_t kNumbered = 9;
+  if (index >= kNumbered) return "·";
+  return filledIn(text("%lld"), {static_cast<std::int64_t>(index) + 1});
+}
+
+void MenuContentModel::addPager(MenuPage& page, std::int64_t current, std::size_t count) const {
+  const auto all = static_cast<std::int64_t>(count);
+  const std::int64_t pageCount = (all + kPageSize - 1) / kPageSize;
+  if (pageCount < 2) return;
+  if (current >= 1) page.previous = text("pager.prev");
+  if (current < pageCount - 1) {
+    const std::int64_t nextStart = (current + 1) * kPageSize + 1;
+    const std::int64_t nextEnd = std::min(nextStart + kPageSize - 1, all);
+    page.next = filledIn(text("%lld – %lld"), {nextStart, nextEnd});
+  }
+}
+
+std::vector<FooterItem> MenuContentModel::footer() const {
+  using Id = FooterItemId;
+  using Kind = FooterItemKind;
+  const bool quickPaste = services_.quickPasteEnabled.value();
+  return {
+      {Id::kQuickPaste, Kind::kSwitch, text("footer.quick_paste"), "", quickPaste},
+      {.id = Id::kAccessibilityNotice,
+       .kind = Kind::kNotice,
+       .text = text("footer.ax_required"),
+       .symbol = "exclamationmark.triangle.fill",
+       .shown = quickPaste && !services_.accessibility.isProcessTrusted()},
+      {Id::kExcludePasswords, Kind::kSwitch, text("footer.exclude_passwords"), "",
+       services_.excludePasswords.value()},
+      {Id::kAutoApply, Kind::kSwitch, text("footer.auto_apply"), "", services_.autoApply.value()},
+      {.id = Id::kSync,
+       .kind = Kind::kSync,
+       .text = text("footer.sync"),
+       .symbol = "arrow.triangle.2.circlepath",
+       .enabled = !services_.isSyncing.value()},
+      {Id::kDivider, Kind::kDivider},
+      {Id::kClearHistory, Kind::kCommand, text("footer.clear_history"), "trash"},
+      {Id::kShowOnboarding, Kind::kCommand, text("footer.show_onboarding"), "questionmark.circle"},
+      {.id = Id::kCheckForUpdates,
+       .kind = Kind::kCommand,
+       .text = text("footer.check_updates"),
+       .symbol = "arrow.down.circle",
+       .shown = services_.checkForUpdates != nullptr},
+      {Id::kQuit, Kind::kDestructiveCommand, text("footer.quit")},
+  };
+}
+
+}  // namespace brimlo

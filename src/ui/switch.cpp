@@ -1,0 +1,57 @@
+#include "ui/switch.h"
+
+#include <QAccessible>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+#include "ui/label.h"
+#include "ui/shapes.h"
+
+namespace brimlo::ui {
+namespace {
+
+constexpr QSizeF kTrack{26, 15};
+constexpr double kKnob = 11;
+constexpr int kSpacing = 8;
+
+}  // namespace
+
+Switch::Switch(const QString& label, const Look& look) : look_(look) {
+  setText(label);
+  setAccessibleName(label);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void Switch::setOn(bool on) {
+  if (on == on_) return;
+  on_ = on;
+  QAccessible::State changed;
+  changed.checked = true;
+  QAccessibleStateChangeEvent event(this, changed);
+  QAccessible::updateAccessibility(&event);
+  update();
+}
+
+QSize Switch::sizeHint() const {
+  const double height = QFontMetricsF(ui::font(look_.style)).height();
+  return {static_cast<int>(std::ceil(textWidth(text(), look_.style) + kSpacing + kTrack.width())),
+          static_cast<int>(std::ceil(std::max(height, kTrack.height())))};
+}
+
+void Switch::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  QRectF room(rect());
+  QRectF track({room.right() - kTrack.width(), room.center().y() - kTrack.height() / 2}, kTrack);
+  room.setRight(track.left() - kSpacing);
+  paintText(painter, room, text(), look_.style, look_.text);
+  fillRounded(painter, track, kCapsule, on_ ? look_.tint : look_.track);
+  const double margin = (kTrack.height() - kKnob) / 2;
+  const double x = on_ ? track.right() - margin - kKnob : track.left() + margin;
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(isDown() ? QColor(235, 235, 235) : QColor(Qt::white));
+  painter.drawEllipse(QRectF(x, track.top() + margin, kKnob, kKnob));
+  if (isRinged()) strokeRounded(painter, rect(), 4, look_.tint, 1.5);
+}
+
+}  // namespace brimlo::ui
