@@ -17,6 +17,7 @@ constexpr int kHistoryHeight = 300;
 constexpr int kTemplatesHeight = 160;
 constexpr int kSide = 12;   // of the header and the footer
 constexpr int kAbove = 10;  // and below them
+constexpr int kRing = 4;    // room of the footer's items for the ring around them
 constexpr ui::TextStyle kCaption2 = ui::kSmallCaption;
 
 QString toQt(const std::string& text) {
@@ -41,7 +42,6 @@ struct MenuContentView::Section {
 
 MenuContentView::MenuContentView(MenuContentModel& model, const Published<Appearance>& appearance)
     : model_(model) {
-  setFixedWidth(kWidth);
   setFocusPolicy(Qt::NoFocus);
   ui::layOutColumn(*this, {}, {});
   appearanceChanges_ = appearance.observeDistinct([this](const Appearance& now) {
@@ -94,6 +94,7 @@ void MenuContentView::build() {
   content_ = ui::column({}, {header(), ui::divider(colors_.divider), emptyRow_, history_->widget,
                              templatesDivider_, templates_->widget, ui::divider(colors_.divider),
                              footer()});
+  content_->setFixedWidth(kWidth);
   layout()->addWidget(content_);
   setFocusProxy(history_->list);
   const auto connectPager = [this](Section& section, void (MenuContentModel::*previous)(),
@@ -155,7 +156,7 @@ ui::Button* MenuContentView::mossButton(const QString& leadingSymbol,
 
 QWidget* MenuContentView::footer() {
   auto* footer = new QWidget;
-  ui::layOutColumn(*footer, {.spacing = 8, .padding = ui::padding(kSide, kAbove)}, {});
+  ui::layOutColumn(*footer, {.spacing = 8, .padding = ui::padding(kSide - kRing, kAbove)}, {});
   for (const FooterItem& item : model_.content().value().footer) {
     footer->layout()->addWidget(footerWidget(item));
   }
@@ -176,12 +177,13 @@ QWidget* MenuContentView::footerWidget(const FooterItem& item) {
       made.toggle = new ui::Switch(text, {.style = ui::kCaption,
                                           .text = colors_.text,
                                           .tint = moss_,
-                                          .track = colors_.control});
+                                          .track = colors_.control,
+                                          .horizontalPadding = kRing});
       connect(made.toggle, &QAbstractButton::clicked, this, press);
       made.widget = made.toggle;
       break;
     case FooterItemKind::kNotice:
-      made.widget = ui::row({.spacing = 4}, {new ui::Symbol(symbol, kCaption2, colors_.secondary),
+      made.widget = ui::row({.spacing = 4, .padding = ui::padding(kRing, 0)}, {new ui::Symbol(symbol, kCaption2, colors_.secondary),
                                              new ui::Label(text, kCaption2, colors_.secondary),
                                              ui::Spacer()});
       break;
@@ -189,24 +191,31 @@ QWidget* MenuContentView::footerWidget(const FooterItem& item) {
       status_ = new ui::Label("", kCaption2, colors_.secondary);
       auto* button = makeButton({.style = ui::kCallout,
                                  .text = colors_.text,
-                                 .fill = colors_.control,
+                                 .fill = colors_.divider,
+                                 .border = colors_.border,
                                  .horizontalPadding = 9,
                                  .verticalPadding = 3,
                                  .radius = 6,
                                  .leadingSymbol = symbol,
                                  .spacing = 4});
-      made.widget = ui::row({.spacing = 8}, {button, status_, ui::Spacer()});
+      made.widget = ui::row({.spacing = 8, .padding = ui::padding(kRing, 0)}, {button, status_, ui::Spacer()});
       break;
     }
     case FooterItemKind::kDivider:
-      made.widget = ui::divider(colors_.divider);
+      made.widget =
+          ui::column({.padding = ui::padding(kRing, 0)}, {ui::divider(colors_.divider)});
       break;
     case FooterItemKind::kCommand:
     case FooterItemKind::kDestructiveCommand: {
       const bool destructive = item.kind == FooterItemKind::kDestructiveCommand;
       const QColor& color = destructive ? colors_.destructive : colors_.text;
       made.widget =
-          ui::row({}, {makeButton(ui::plain(ui::kCaption, color, symbol)), ui::Spacer()});
+          ui::row({}, {makeButton({.style = ui::kCaption,
+                                   .text = color,
+                                   .horizontalPadding = kRing,
+                                   .leadingSymbol = symbol,
+                                   .spacing = 4}),
+                       ui::Spacer()});
       break;
     }
   }

@@ -47,10 +47,4 @@ class Button : public Pressable {
   int turn_ = 0;
 };
 
-/// A button without a shape of its own.
-inline Button::Look plain(const TextStyle& style, const QColor& text,
-                          const QString& leadingSymbol = {}) {
-  return {.style = style, .text = text, .leadingSymbol = leadingSymbol, .spacing = 4};
-}
-
 }  // namespace brimlo::ui

@@ -35,13 +35,14 @@ void Switch::setOn(bool on) {
 
 QSize Switch::sizeHint() const {
   const double height = QFontMetricsF(ui::font(look_.style)).height();
-  return {static_cast<int>(std::ceil(textWidth(text(), look_.style) + kSpacing + kTrack.width())),
+  const double width = textWidth(text(), look_.style) + kSpacing + kTrack.width();
+  return {static_cast<int>(std::ceil(width)) + 2 * look_.horizontalPadding,
           static_cast<int>(std::ceil(std::max(height, kTrack.height())))};
 }
 
 void Switch::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  QRectF room(rect());
+  QRectF room = QRectF(rect()).adjusted(look_.horizontalPadding, 0, -look_.horizontalPadding, 0);
   QRectF track({room.right() - kTrack.width(), room.center().y() - kTrack.height() / 2}, kTrack);
   room.setRight(track.left() - kSpacing);
   paintText(painter, room, text(), look_.style, look_.text);

@@ -16,6 +16,7 @@ class Switch : public Pressable {
     QColor text;
     QColor tint;   ///< behind the knob while it is on
     QColor track;  ///< while it is off
+    int horizontalPadding = 0;
   };
   Switch(const QString& label, const Look& look);
 

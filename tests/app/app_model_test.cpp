@@ -32,6 +32,8 @@ class AppModelTest : public testing::Test {
         .hotKeys = hotKeys,
         .keys = desktop,
         .locale = "en_US",
+        .makeMenuPreview =
+            [this](MenuContentModel&) { return std::make_unique<test::FakeWindow>(preview); },
         .makeOnboardingWindow =
             [this](OnboardingViewState&) {
               journal.push_back("onboarding window");
@@ -75,6 +77,7 @@ class AppModelTest : public testing::Test {
   test::JournalingHotKeys hotKeys{journal};
   test::PanelRecord panel;
   test::WindowRecord window;
+  test::WindowRecord preview{.frame = {{0, 0}, {320, 540}}};
 };
 
 TEST_F(AppModelTest, AFirstLaunchHasTheDefaultsAndWritesNothing) {
@@ -97,7 +100,7 @@ TEST_F(AppModelTest, ThePlatformIsAskedInItsExactOrderFromStartToQuit) {
                                     "read templates.json", "change count",
                                     "default autoApplyFromiPhone", "default quickPasteEnabled",
                                     "default excludePasswords", "timer 500", "hotkey", "signal",
-                                    "signal", "main queue", "timer 30000", "background"}));
+                                    "signal", "signal", "main queue", "timer 30000", "background"}));
   journal.clear();
   loop.drain();
   EXPECT_EQ(journal,

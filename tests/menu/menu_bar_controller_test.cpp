@@ -1,0 +1,151 @@
+#include "menu/menu_bar_controller.h"
+
+#include <gtest/gtest.h>
+
+#include "support/fake_file_system.h"
+#include "support/fake_panel.h"
+#include "support/fakes.h"
+
+namespace brimlo {
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(OriginBeside, IsBesideTheIconAndWithinTheWorkArea) {
+  const Size size{300, 500};
+  const struct {
+    const char* what;
+    Rect item;
+    Rect work;  // of a screen of 1000 by 800
+    Point expected;
+  } cases[] = {
+      {"below a panel on top", {{700, 770}, {24, 24}}, {{0, 0}, {1000, 764}}, {562, 264}},
+      {"pushed in at the right", {{970, 770}, {24, 24}}, {{0, 0}, {1000, 764}}, {700, 264}},
+      {"above a panel below", {{20, 2}, {24, 24}}, {{0, 30}, {1000, 770}}, {0, 30}},
+      {"right of a panel on the left", {{4, 300}, {24, 24}}, {{40, 0}, {960, 800}}, {40, 62}},
+      {"left of a panel on the right", {{970, 20}, {24, 24}}, {{0, 0}, {960, 800}}, {660, 0}},
+      {"a panel that hides, below", {{800, 0}, {24, 24}}, {{0, 0}, {1000, 800}}, {662, 24}},
+      {"a point on a dock within the work area", {{500, 60}, {0, 0}}, {{0, 0}, {1000, 800}},
+       {350, 60}},
+      {"in the corner of two panels: its own", {{988, 4}, {8, 8}}, {{0, 30}, {996, 770}},
+       {696, 30}},
+      {"a low screen: the top is seen", {{500, 4}, {24, 24}}, {{0, 30}, {1000, 400}}, {362, -70}},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.what);
+    EXPECT_EQ(originBeside(each.item, size, {{{0, 0}, {1000, 800}}, each.work}), each.expected);
+  }
+}
+
+class MenuBarControllerTest : public testing::Test {
+ protected:
+  std::unique_ptr<MenuContentModel> makeContent() {
+    return std::make_unique<MenuContentModel>(
+        MenuContentModel::Services{.accessibility = desktop,
+                                   .environment = surroundings,
+                                   .log = log,
+                                   .strings = strings,
+                                   .store = store,
+                                   .templateStore = templates,
+                                   .quickPasteEnabled = off,
+                                   .excludePasswords = off,
+                                   .autoApply = off,
+                                   .isSyncing = off,
+                                   .syncStatus = status,
+                                   .copyClip = {},
+                                   .copyTemplate = {},
+                                   .setQuickPasteEnabled = {},
+                                   .setExcludePasswords = {},
+                                   .setAutoApply = {},
+                                   .syncNow = {},
+                                   .showOnboarding = {},
+                                   .checkForUpdates = {},
+                                   .quit = {}});
+  }
+
+  test::FakeFileSystem files;
+  test::FakeLog log;
+  test::FakeDesktop desktop;
+  test::FakeSurroundings surroundings;
+  test::FakeStrings strings;
+  test::FakeRunLoop loop;
+  test::FakeEventMonitors events;
+  ClipStore store{files, log, "/data"};
+  TemplateStore templates{files, log, "/data"};
+  Published<bool> off{false};
+  Published<std::string> status{""};
+  test::PanelRecord panel{.fitting = {344, 600}};
+  MenuContentModel* content = nullptr;
+  MenuBarController menuBar{{.events = events,
+                             .queue = loop,
+                             .screens = surroundings,
+                             .makeContent = [this] { return makeContent(); },
+                             .makePanel =
+                                 [this](MenuContentModel& model) {
+                                   content = &model;
+                                   return std::make_unique<test::FakePanel>(panel);
+                                 }}};
+  const Rect icon{{1200, 778}, {20, 20}};
+};
+
+TEST_F(MenuBarControllerTest, EveryWayOutClosesIt) {
+  const std::pair<const char*, std::function<void()>> ways[] = {
+      {"the icon", [&] { menuBar.toggle(icon); }},
+      {"another window", [&] { events.clickElsewhere(); }},
+      {"another window of this program", [&] { events.click(test::FakePanel::kWindow + 1); }},
+      {"the keyboard gone", [&] { panel.resign(); }},
+      {"Escape", [&] { content->escape(); }},
+  };
+  for (const auto& [what, close] : ways) {
+    SCOPED_TRACE(what);
+    menuBar.toggle(icon);
+    EXPECT_TRUE(panel.visible);
+    events.click(test::FakePanel::kWindow);
+    loop.drain();
+    EXPECT_TRUE(panel.visible) << "a click in it leaves it open";
+    close();
+    loop.drain();
+    EXPECT_FALSE(panel.visible);
+    EXPECT_FALSE(menuBar.isOpen());
+    EXPECT_TRUE(events.globalClicks.callbacks.empty());
+    loop.advance(500ms);
+  }
+}
+
+TEST_F(MenuBarControllerTest, TheClickOnTheIconThatClosedItDoesNotOpenItAgain) {
+  menuBar.toggle(icon);
+  events.clickElsewhere();
+  loop.advance(100ms);
+  menuBar.toggle(icon);
+  EXPECT_FALSE(panel.visible);
+  menuBar.toggle(icon);
+  EXPECT_TRUE(panel.visible);
+  events.clickElsewhere();
+  loop.advance(1s);
+  menuBar.toggle(icon);
+  EXPECT_TRUE(panel.visible) << "a second later it is another click";
+}
+
+TEST_F(MenuBarControllerTest, StaysBesideItsIconAndOnItsScreen) {
+  menuBar.toggle(icon);
+  EXPECT_EQ(panel.frame, (Rect{{936, 176}, {344, 600}}));
+  panel.fitting = {344, 900};
+  panel.refit();
+  EXPECT_EQ(panel.frame, (Rect{{936, 0}, {344, 776}})) << "no higher than the work area";
+  panel.fitting = {344, 300};
+  panel.refit();
+  EXPECT_EQ(panel.frame, (Rect{{936, 476}, {344, 300}}));
+  // The screen with the icon is gone.
+  surroundings.all = {{{{0, 0}, {800, 600}}, {{0, 30}, {800, 570}}}};
+  surroundings.main = surroundings.all[0];
+  surroundings.changes.set(1);
+  EXPECT_EQ(panel.frame, (Rect{{456, 30}, {344, 300}}));
+  menuBar.close();
+  surroundings.all.clear();
+  surroundings.main.reset();
+  menuBar.open(std::nullopt);
+  EXPECT_TRUE(panel.visible);
+}
+
+}  // namespace
+}  // namespace brimlo
