@@ -184,7 +184,8 @@ std::unique_ptr<MenuContentModel> AppModel::makeMenuContent(std::function<void()
       .setQuickPasteEnabled = [this](bool enabled) { setQuickPasteEnabled(enabled); },
       .setExcludePasswords = [this](bool enabled) { setExcludePasswords(enabled); },
       .setAutoApply = [this](bool enabled) { setAutoApply(enabled); },
-      .syncNow = anchor_.guard([this] { services_.queue.async(anchor_.guard([this] { syncNow(); })); }),
+      .syncNow =
+          anchor_.guard([this] { services_.queue.async(anchor_.guard([this] { syncNow(); })); }),
       .showOnboarding = [this] { onboarding_.present(); },
       .checkForUpdates = std::move(checkForUpdates),
       .quit = [this] { quit(); }});

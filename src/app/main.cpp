@@ -36,17 +36,22 @@
 #include "platform/linux/x11_window_server.h"
 #include "platform/linux/x11_workspace.h"
 #include "platform/linux/xdg_folders.h"
+#include "platform/qt/qt_bundle.h"
 #include "platform/qt/qt_entitlements.h"
 #include "platform/qt/qt_keyable_panel.h"
 #include "platform/qt/qt_run_loop.h"
 #include "platform/qt/qt_screens.h"
 #include "platform/qt/qt_strings.h"
 #include "platform/qt/qt_titled_window.h"
+#include "platform/qt/qt_update_feed.h"
+#include "platform/qt/qt_url_opener.h"
 #include "store/guarded_file.h"
 #include "store/template_file.h"
 #include "sync/record_conversions.h"
 #include "ui/accessibility.h"
 #include "ui/popover.h"
+#include "updates/updater_model.h"
+#include "updates/updates_view.h"
 
 using namespace brimlo;
 
@@ -76,11 +81,19 @@ int handOver(Start start, const std::string& dataFolder, SystemLog& log) {
     log.write(running);
     return 0;
   }
-  const auto request = start == Start::kQuickPaste ? InstanceRequest::kQuickPaste
-                                                   : InstanceRequest::kOpenMenu;
+  const auto request =
+      start == Start::kQuickPaste ? InstanceRequest::kQuickPaste : InstanceRequest::kOpenMenu;
   const bool answered = askRunningInstance(instanceSocketPath(dataFolder), request, kAnswer);
   log.write(running + (answered ? std::string() : std::string(", but it does not answer")));
   return answered ? 0 : 1;
+}
+
+/// What this build was made to do about updates.
+UpdateSettings updateSettings() {
+  const QJsonObject bundled = bundledSettings("updates.json");
+  return {.feed = bundled["feed"].toString().toStdString(),
+          .checksAutomatically = bundled["checksAutomatically"].toBool(),
+          .intervalSeconds = bundled["intervalSeconds"].toDouble()};
 }
 
 /// The menu window's content on a card of its own.
@@ -227,18 +240,36 @@ int main(int argc, char** argv) {
                   .notifications = notifications,
                   .workspace = workspace});
 
-  MenuBarController menuBar({.events = events,
-                             .queue = runLoop,
-                             .screens = screens,
-                             .makeContent = [&] { return model.makeMenuContent(nullptr); },
-                             .makePanel = makeMenuPanel});
+  QtUpdateFeed feed("Brimlo/" BRIMLO_VERSION);
+  QtUrlOpener urls;
+  const auto makeUpdatesWindow = [&](UpdatesViewState& state) {
+    return std::make_unique<QtTitledWindow>(
+        std::make_unique<UpdatesView>(state, appearance.value(), text),
+        strings.text("updates.window_title"), workspace);
+  };
+  UpdaterModel updater({.clock = clock,
+                        .defaults = defaults,
+                        .feed = feed,
+                        .log = log,
+                        .strings = strings,
+                        .timers = runLoop,
+                        .urls = urls,
+                        .makeWindow = makeUpdatesWindow,
+                        .settings = updateSettings(),
+                        .version = BRIMLO_VERSION});
+  MenuBarController menuBar(
+      {.events = events,
+       .queue = runLoop,
+       .screens = screens,
+       .makeContent =
+           [&] { return model.makeMenuContent([&updater] { updater.checkForUpdates(); }); },
+       .makePanel = makeMenuPanel});
   TrayItem tray(screens, log);
   tray.show([&](const Rect& item) { menuBar.toggle(item); });
-  const RunningInstance instance(
-      instanceSocketPath(dataFolder), log, [&](InstanceRequest request) {
-        if (request == InstanceRequest::kQuickPaste) return model.showQuickPaste();
-        menuBar.open(tray.frame());
-      });
+  const RunningInstance instance(instanceSocketPath(dataFolder), log, [&](InstanceRequest request) {
+    if (request == InstanceRequest::kQuickPaste) return model.showQuickPaste();
+    menuBar.open(tray.frame());
+  });
   if (start == Start::kQuickPaste) runLoop.async([&] { model.showQuickPaste(); });
 
   runLoop.asyncAfter(std::chrono::milliseconds(500), [&] {

@@ -110,8 +110,8 @@ void MenuBarController::close() {
 
 void MenuBarController::fit() {
   if (!isOpen()) return;
-  auto screen = screenAt(item_ ? Point{item_->midX(), item_->midY()} : Point{-1e9, -1e9},
-                         services_.screens);
+  auto screen =
+      screenAt(item_ ? Point{item_->midX(), item_->midY()} : Point{-1e9, -1e9}, services_.screens);
   if (!screen) {
     item_.reset();
     screen = screenAt(services_.screens.pointerLocation(), services_.screens);

@@ -45,7 +45,7 @@ MenuContentView::MenuContentView(MenuContentModel& model, const Published<Appear
   setFocusPolicy(Qt::NoFocus);
   ui::layOutColumn(*this, {}, {});
   appearanceChanges_ = appearance.observeDistinct([this](const Appearance& now) {
-    colors_ = menuColors(now);
+    colors_ = ui::windowColors(now);
     build();
     if (onColorsChange_) onColorsChange_();
   });
@@ -91,9 +91,9 @@ void MenuContentView::build() {
   empty_ = new ui::Label(toQt(shown.empty), ui::kCaption, colors_.secondary);
   emptyRow_ = ui::row({.padding = ui::padding(kSide, kSide)}, {empty_});
   templatesDivider_ = ui::divider(colors_.divider);
-  content_ = ui::column({}, {header(), ui::divider(colors_.divider), emptyRow_, history_->widget,
-                             templatesDivider_, templates_->widget, ui::divider(colors_.divider),
-                             footer()});
+  content_ = ui::column(
+      {}, {header(), ui::divider(colors_.divider), emptyRow_, history_->widget, templatesDivider_,
+           templates_->widget, ui::divider(colors_.divider), footer()});
   content_->setFixedWidth(kWidth);
   layout()->addWidget(content_);
   setFocusProxy(history_->list);
@@ -131,11 +131,9 @@ std::unique_ptr<MenuContentView::Section> MenuContentView::makeSection(int maxim
   auto section = std::make_unique<Section>(moss_, colors_.text);
   section->label = new ui::Label("", kCaption2, colors_.secondary);
   section->labelRow = ui::row({.padding = {10, 6, 10, 0}}, {section->label});
-  section->list =
-      new ui::RowList(section->rows, {.spacing = 2,
-                                      .indicator = colors_.control,
-                                      .maximumHeight = maximumHeight,
-                                      .ring = moss_});
+  section->list = new ui::RowList(
+      section->rows,
+      {.spacing = 2, .indicator = colors_.control, .maximumHeight = maximumHeight, .ring = moss_});
   section->previous = mossButton("chevron.left", {});
   section->next = mossButton({}, "chevron.right");
   section->pager = ui::row({.spacing = 8, .padding = {8, 2, 8, 0}},
@@ -183,9 +181,9 @@ QWidget* MenuContentView::footerWidget(const FooterItem& item) {
       made.widget = made.toggle;
       break;
     case FooterItemKind::kNotice:
-      made.widget = ui::row({.spacing = 4, .padding = ui::padding(kRing, 0)}, {new ui::Symbol(symbol, kCaption2, colors_.secondary),
-                                             new ui::Label(text, kCaption2, colors_.secondary),
-                                             ui::Spacer()});
+      made.widget = ui::row({.spacing = 4, .padding = ui::padding(kRing, 0)},
+                            {new ui::Symbol(symbol, kCaption2, colors_.secondary),
+                             new ui::Label(text, kCaption2, colors_.secondary), ui::Spacer()});
       break;
     case FooterItemKind::kSync: {
       status_ = new ui::Label("", kCaption2, colors_.secondary);
@@ -198,24 +196,23 @@ QWidget* MenuContentView::footerWidget(const FooterItem& item) {
                                  .radius = 6,
                                  .leadingSymbol = symbol,
                                  .spacing = 4});
-      made.widget = ui::row({.spacing = 8, .padding = ui::padding(kRing, 0)}, {button, status_, ui::Spacer()});
+      made.widget = ui::row({.spacing = 8, .padding = ui::padding(kRing, 0)},
+                            {button, status_, ui::Spacer()});
       break;
     }
     case FooterItemKind::kDivider:
-      made.widget =
-          ui::column({.padding = ui::padding(kRing, 0)}, {ui::divider(colors_.divider)});
+      made.widget = ui::column({.padding = ui::padding(kRing, 0)}, {ui::divider(colors_.divider)});
       break;
     case FooterItemKind::kCommand:
     case FooterItemKind::kDestructiveCommand: {
       const bool destructive = item.kind == FooterItemKind::kDestructiveCommand;
       const QColor& color = destructive ? colors_.destructive : colors_.text;
-      made.widget =
-          ui::row({}, {makeButton({.style = ui::kCaption,
-                                   .text = color,
-                                   .horizontalPadding = kRing,
-                                   .leadingSymbol = symbol,
-                                   .spacing = 4}),
-                       ui::Spacer()});
+      made.widget = ui::row({}, {makeButton({.style = ui::kCaption,
+                                             .text = color,
+                                             .horizontalPadding = kRing,
+                                             .leadingSymbol = symbol,
+                                             .spacing = 4}),
+                                 ui::Spacer()});
       break;
     }
   }
@@ -270,18 +267,19 @@ void MenuContentView::showAlert(const std::optional<MenuAlert>& alert) {
     history_->list->setFocus();
     return;
   }
-  alert_ = new ui::Alert(this,
-                         {.title = toQt(alert->title),
-                          .message = toQt(alert->message),
-                          .confirm = toQt(alert->confirm),
-                          .cancel = toQt(alert->cancel)},
-                         {.surface = colors_.surface,
-                          .border = colors_.border,
-                          .text = colors_.text,
-                          .secondary = colors_.secondary,
-                          .button = colors_.control,
-                          .destructive = ui::srgb(190, 50, 40)},
-                         [this] { model_.confirmClear(); }, [this] { model_.cancelClear(); });
+  alert_ = new ui::Alert(
+      this,
+      {.title = toQt(alert->title),
+       .message = toQt(alert->message),
+       .confirm = toQt(alert->confirm),
+       .cancel = toQt(alert->cancel)},
+      {.surface = colors_.surface,
+       .border = colors_.border,
+       .text = colors_.text,
+       .secondary = colors_.secondary,
+       .button = colors_.control,
+       .destructive = ui::srgb(190, 50, 40)},
+      [this] { model_.confirmClear(); }, [this] { model_.cancelClear(); });
 }
 
 }  // namespace brimlo

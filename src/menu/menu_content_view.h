@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "base/published.h"
-#include "menu/menu_colors.h"
 #include "menu/menu_content_model.h"
 #include "menu/menu_rows.h"
 #include "platform/appearance.h"
@@ -16,6 +15,7 @@
 #include "ui/label.h"
 #include "ui/row_list.h"
 #include "ui/switch.h"
+#include "ui/window_colors.h"
 
 namespace brimlo {
 
@@ -28,7 +28,7 @@ class MenuContentView : public QWidget {
   ~MenuContentView() override;
 
   /// The colours it has now, for what is around it.
-  const MenuColors& colors() const { return colors_; }
+  const ui::WindowColors& colors() const { return colors_; }
   void setOnColorsChange(std::function<void()> onChange);
 
  protected:
@@ -56,7 +56,7 @@ class MenuContentView : public QWidget {
 
   MenuContentModel& model_;
   const QColor moss_ = ui::srgb(62, 142, 99);
-  MenuColors colors_;
+  ui::WindowColors colors_;
   std::function<void()> onColorsChange_;
   QWidget* content_ = nullptr;
   ui::Label* count_ = nullptr;

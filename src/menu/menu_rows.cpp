@@ -34,8 +34,8 @@ void MenuRows::paint(QPainter& painter, std::size_t row, const QRectF& rect) {
   if (!shown.symbol.empty()) {
     const QString symbol = QString::fromStdString(shown.symbol);
     const QSizeF size = ui::symbolSize(symbol, ui::kSmallCaption);
-    ui::paintSymbol(painter, symbol,
-                    {{room.left(), room.center().y() - size.height() / 2}, size}, moss_);
+    ui::paintSymbol(painter, symbol, {{room.left(), room.center().y() - size.height() / 2}, size},
+                    moss_);
     room.setLeft(room.left() + size.width() + kSpacing);
   }
   ui::paintText(painter, room, ui::oneLine(shown.text), ui::kCallout, text_);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace brimlo {
@@ -13,9 +14,13 @@ class UserDefaults {
   /// The Boolean stored under `key`; none when there is none, or it is not a Boolean.
   virtual std::optional<bool> boolForKey(std::string_view key) const = 0;
 
+  /// The text stored under `key`; none when there is none.
+  virtual std::optional<std::string> stringForKey(std::string_view key) const = 0;
+
   /// Stores `value` and writes it through. A failed write is logged; the value holds until the
   /// process ends.
   virtual void setBool(std::string_view key, bool value) = 0;
+  virtual void setString(std::string_view key, const std::string& value) = 0;
 };
 
 }  // namespace brimlo

@@ -96,11 +96,11 @@ TEST_F(AppModelTest, AFirstLaunchHasTheDefaultsAndWritesNothing) {
 TEST_F(AppModelTest, ThePlatformIsAskedInItsExactOrderFromStartToQuit) {
   defaults.values.clear();
   const auto model = make();
-  EXPECT_EQ(journal, (test::Journal{"read clips.json", "read deletedClipIds.json",
-                                    "read templates.json", "change count",
-                                    "default autoApplyFromiPhone", "default quickPasteEnabled",
-                                    "default excludePasswords", "timer 500", "hotkey", "signal",
-                                    "signal", "signal", "main queue", "timer 30000", "background"}));
+  EXPECT_EQ(journal, (test::Journal{
+                         "read clips.json", "read deletedClipIds.json", "read templates.json",
+                         "change count", "default autoApplyFromiPhone", "default quickPasteEnabled",
+                         "default excludePasswords", "timer 500", "hotkey", "signal", "signal",
+                         "signal", "main queue", "timer 30000", "background"}));
   journal.clear();
   loop.drain();
   EXPECT_EQ(journal,

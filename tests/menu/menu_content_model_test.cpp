@@ -78,9 +78,8 @@ class MenuContentModelTest : public testing::Test {
 };
 
 std::string shown(const MenuPage& page) {
-  const std::string rows = page.rows.empty()
-                               ? "none"
-                               : page.rows.front().text + ".." + page.rows.back().text;
+  const std::string rows =
+      page.rows.empty() ? "none" : page.rows.front().text + ".." + page.rows.back().text;
   return rows + " [" + page.label + "] " + page.previous.value_or("-") + " " +
          page.next.value_or("-");
 }
@@ -137,9 +136,9 @@ TEST_F(MenuContentModelTest, ARowSaysWhereItStandsAndWhereItIsFrom) {
   const auto clip = [](const char* id, std::string text, const char* source, double at) {
     return std::make_shared<Clip>(Clip{id, std::move(text), at, source, std::nullopt});
   };
-  store.replaceAll(ClipList({clip("a", "one\ntwo\n\nthree", "action", 9),
-                             clip("b", " two ", "Action", 8),
-                             clip("c", std::string(5'000'000, 'x') + "y", "manual", 7)}));
+  store.replaceAll(
+      ClipList({clip("a", "one\ntwo\n\nthree", "action", 9), clip("b", " two ", "Action", 8),
+                clip("c", std::string(5'000'000, 'x') + "y", "manual", 7)}));
   templates.setTemplates({{"t", "The title\n", "the body", 1}});
   const auto model = make();
   const auto& rows = model->content().value().history.rows;

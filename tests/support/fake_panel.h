@@ -126,12 +126,12 @@ class FakeHotKeys : public HotKeys {
 /// A panel on no screen, which the test asks and changes through what outlives it.
 struct PanelRecord {
   Size fitting{500, 497};
-  Rect frame;
+  Rect frame = {};
   bool visible = false;
   bool composing = false;
   int made = 0;
-  std::function<void()> resign;
-  std::function<void()> refit;
+  std::function<void()> resign = {};
+  std::function<void()> refit = {};
 };
 
 class FakePanel : public KeyablePanel {
@@ -167,7 +167,7 @@ struct WindowRecord {
   bool visible = false;
   int made = 0;
   int centered = 0;
-  std::function<void()> willClose;
+  std::function<void()> willClose = {};
 
   /// The person closes it.
   void close() {

@@ -157,12 +157,20 @@ class FakeDefaults : public UserDefaults {
     const auto found = values.find(std::string(key));
     return found == values.end() ? std::nullopt : std::optional(found->second);
   }
+  std::optional<std::string> stringForKey(std::string_view key) const override {
+    const auto found = texts.find(std::string(key));
+    return found == texts.end() ? std::nullopt : std::optional(found->second);
+  }
+  void setString(std::string_view key, const std::string& value) override {
+    texts[std::string(key)] = value;
+  }
   void setBool(std::string_view key, bool value) override {
     values[std::string(key)] = value;
     writes.push_back(std::string(key) + (value ? "=true" : "=false"));
   }
 
   std::map<std::string, bool> values;
+  std::map<std::string, std::string> texts;
   std::vector<std::string> writes;
 };
 

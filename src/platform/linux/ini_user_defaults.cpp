@@ -30,7 +30,20 @@ std::optional<bool> IniUserDefaults::boolForKey(std::string_view key) const {
   return std::nullopt;
 }
 
+std::optional<std::string> IniUserDefaults::stringForKey(std::string_view key) const {
+  const QVariant value = settings_.value(toQt(key));
+  return value.isValid() ? std::optional(value.toString().toStdString()) : std::nullopt;
+}
+
 void IniUserDefaults::setBool(std::string_view key, bool value) {
+  store(key, value);
+}
+
+void IniUserDefaults::setString(std::string_view key, const std::string& value) {
+  store(key, QString::fromStdString(value));
+}
+
+void IniUserDefaults::store(std::string_view key, const QVariant& value) {
   settings_.setValue(toQt(key), value);
   settings_.sync();
   if (settings_.status() != QSettings::NoError) {

@@ -16,9 +16,13 @@ class IniUserDefaults : public UserDefaults {
   IniUserDefaults(const std::string& path, SystemLog& log);
 
   std::optional<bool> boolForKey(std::string_view key) const override;
+  std::optional<std::string> stringForKey(std::string_view key) const override;
   void setBool(std::string_view key, bool value) override;
+  void setString(std::string_view key, const std::string& value) override;
 
  private:
+  void store(std::string_view key, const QVariant& value);
+
   SystemLog& log_;
   QSettings settings_;
 };

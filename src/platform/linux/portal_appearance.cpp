@@ -57,8 +57,8 @@ void PortalAppearance::take(const QVariant& scheme) {
 
 void PortalAppearance::publish() {
   const QPalette palette = QGuiApplication::palette();
-  const bool darkToolkit = palette.color(QPalette::Window).lightness() <
-                           palette.color(QPalette::WindowText).lightness();
+  const bool darkToolkit =
+      palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
   const bool dark = scheme_ == kNoPreference ? darkToolkit : scheme_ == kPreferDark;
   value_.set(dark ? Appearance::kDark : Appearance::kLight);
 }

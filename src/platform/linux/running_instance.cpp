@@ -93,8 +93,8 @@ void RunningInstance::serve() {
   unsigned char byte = 0;
   sockaddr_un from{};
   socklen_t length = sizeof from;
-  const ssize_t count = recvfrom(socket_.get(), &byte, 1, 0, reinterpret_cast<sockaddr*>(&from),
-                                 &length);
+  const ssize_t count =
+      recvfrom(socket_.get(), &byte, 1, 0, reinterpret_cast<sockaddr*>(&from), &length);
   if (count != 1) return;
   const auto request = static_cast<InstanceRequest>(byte);
   if (request != InstanceRequest::kOpenMenu && request != InstanceRequest::kQuickPaste) return;

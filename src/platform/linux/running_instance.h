@@ -26,8 +26,7 @@ bool askRunningInstance(const std::string& path, InstanceRequest request,
 class RunningInstance {
  public:
   /// Replaces what an earlier program left at `path`. A socket that cannot be made is logged.
-  RunningInstance(std::string path, SystemLog& log,
-                  std::function<void(InstanceRequest)> onRequest);
+  RunningInstance(std::string path, SystemLog& log, std::function<void(InstanceRequest)> onRequest);
   ~RunningInstance();
 
  private:

@@ -140,8 +140,8 @@ void StatusNotifierItem::watchHosted(std::function<void(bool)> onChange) {
 }
 
 void StatusNotifierItem::announce() {
-  QDBusMessage call =
-      QDBusMessage::createMethodCall(kWatcher, kWatcherPath, kWatcher, "RegisterStatusNotifierItem");
+  QDBusMessage call = QDBusMessage::createMethodCall(kWatcher, kWatcherPath, kWatcher,
+                                                     "RegisterStatusNotifierItem");
   call.setAutoStartService(false);
   call << service_;
   auto* reply = new QDBusPendingCallWatcher(bus_->asyncCall(call), this);
@@ -211,7 +211,8 @@ QVariantMap StatusNotifierItem::properties() const {
 
 bool StatusNotifierItem::handleMessage(const QDBusMessage& message,
                                        const QDBusConnection& connection) {
-  if (message.type() != QDBusMessage::MethodCallMessage || message.path() != kItemPath) return false;
+  if (message.type() != QDBusMessage::MethodCallMessage || message.path() != kItemPath)
+    return false;
   const QVariantList arguments = message.arguments();
   const QString member = message.member();
   const bool aboutItem = arguments.size() >= 1 && arguments[0] == kItem;

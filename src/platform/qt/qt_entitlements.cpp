@@ -1,15 +1,12 @@
 #include "platform/qt/qt_entitlements.h"
 
-#include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
+
+#include "platform/qt/qt_bundle.h"
 
 namespace brimlo {
 
-QtEntitlements::QtEntitlements() {
-  QFile file(":/entitlements.json");
-  if (file.open(QIODevice::ReadOnly)) values_ = QJsonDocument::fromJson(file.readAll()).object();
-}
+QtEntitlements::QtEntitlements() : values_(bundledSettings("entitlements.json")) {}
 
 std::optional<std::vector<std::string>> QtEntitlements::stringList(std::string_view name) const {
   const QJsonValue value =
