@@ -240,7 +240,7 @@ int main(int argc, char** argv) {
                   .notifications = notifications,
                   .workspace = workspace});
 
-  QtUpdateFeed feed("Brimlo/" BRIMLO_VERSION);
+  QtUpdateFeed feed(fetchProgram(), "Brimlo/" BRIMLO_VERSION);
   QtUrlOpener urls;
   const auto makeUpdatesWindow = [&](UpdatesViewState& state) {
     return std::make_unique<QtTitledWindow>(

@@ -1,19 +1,20 @@
 #include "platform/qt/qt_update_feed.h"
 
 #include <QCoreApplication>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QNetworkRequest>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
 #include <QTimer>
 #include <QUrl>
 #include <QXmlStreamReader>
 #include <chrono>
 #include <utility>
 
+#include "fetch/fetch_status.h"
+
 namespace brimlo {
 namespace {
 
-constexpr qint64 kMostBytes = 1 << 20;
 constexpr std::chrono::seconds kPatience{20};
 
 bool isHttps(const QString& address) {
@@ -105,52 +106,42 @@ FeedAnswer parseUpdateFeed(const QByteArray& feed) {
 /// One reading, which deletes itself.
 class QtUpdateFeed::Reading : public QObject {
  public:
-  Reading(const QString& address, const QByteArray& userAgent, std::function<void(FeedAnswer)> then)
+  Reading(const QString& program, const QStringList& arguments,
+          std::function<void(FeedAnswer)> then)
       : QObject(qApp), then_(std::move(then)) {
-    if (!isHttps(address)) {
-      QTimer::singleShot(0, this, [this] {
-        end(fault(FeedAnswer::Fault::kInsecure, "its address is none of https"));
-      });
-      return;
-    }
-    QNetworkRequest request{QUrl(address)};
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                         QNetworkRequest::NoLessSafeRedirectPolicy);
-    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    request.setRawHeader("User-Agent", userAgent);
-    reply_ = network_.get(request);
-    connect(reply_, &QNetworkReply::readyRead, this, [this] {
-      if (reply_->bytesAvailable() <= kMostBytes) return;
-      end(fault(FeedAnswer::Fault::kMalformed, "it is longer than a feed can be"));
+    connect(&fetch_, &QProcess::finished, this, [this] { finished(); });
+    connect(&fetch_, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+      if (error == QProcess::FailedToStart) unreachable(fetch_.errorString());
     });
-    connect(reply_, &QNetworkReply::finished, this, [this] { finished(); });
-    QTimer::singleShot(kPatience, this, [this] {
-      end(fault(FeedAnswer::Fault::kUnreachable, "the server takes too long"));
-    });
+    QTimer::singleShot(kPatience, this, [this] { unreachable("the server takes too long"); });
+    fetch_.start(program, arguments, QIODevice::ReadOnly);
   }
 
   /// Leaves it be; nobody is told.
   void stop() {
     then_ = nullptr;
-    if (reply_) {
-      reply_->disconnect(this);
-      reply_->abort();
-    }
+    fetch_.disconnect(this);
+    fetch_.kill();
     deleteLater();
   }
 
  private:
   void finished() {
-    const auto error = reply_->error();
-    if (error == QNetworkReply::InsecureRedirectError) {
-      return end(fault(FeedAnswer::Fault::kInsecure, reply_->errorString()));
+    const QString said = QString::fromUtf8(fetch_.readAllStandardError()).simplified();
+    if (fetch_.exitStatus() != QProcess::NormalExit) return unreachable("it was killed");
+    switch (fetch_.exitCode()) {
+      case 0:
+        return end(parseUpdateFeed(fetch_.readAllStandardOutput()));
+      case static_cast<int>(FetchStatus::kInsecure):
+        return end(fault(FeedAnswer::Fault::kInsecure, said));
+      case static_cast<int>(FetchStatus::kTooLong):
+        return end(fault(FeedAnswer::Fault::kMalformed, said));
+      default:
+        return unreachable(said);
     }
-    if (error != QNetworkReply::NoError) {
-      return end(fault(FeedAnswer::Fault::kUnreachable, reply_->errorString()));
-    }
-    end(parseUpdateFeed(reply_->readAll()));
   }
+
+  void unreachable(const QString& why) { end(fault(FeedAnswer::Fault::kUnreachable, why)); }
 
   void end(FeedAnswer answer) {
     if (!then_) return;
@@ -160,12 +151,11 @@ class QtUpdateFeed::Reading : public QObject {
   }
 
   std::function<void(FeedAnswer)> then_;  // null once it was told, or need not be
-  QNetworkAccessManager network_;
-  QNetworkReply* reply_ = nullptr;
+  QProcess fetch_;
 };
 
-QtUpdateFeed::QtUpdateFeed(const std::string& userAgent)
-    : userAgent_(QByteArray::fromStdString(userAgent)) {}
+QtUpdateFeed::QtUpdateFeed(const std::string& program, const std::string& userAgent)
+    : program_(QString::fromStdString(program)), userAgent_(QString::fromStdString(userAgent)) {}
 
 QtUpdateFeed::~QtUpdateFeed() {
   if (reading_) reading_->stop();
@@ -173,7 +163,14 @@ QtUpdateFeed::~QtUpdateFeed() {
 
 void QtUpdateFeed::read(const std::string& address, std::function<void(FeedAnswer)> then) {
   if (reading_) reading_->stop();
-  reading_ = new Reading(QString::fromStdString(address), userAgent_, std::move(then));
+  reading_ = new Reading(program_, {QString::fromStdString(address), userAgent_}, std::move(then));
+}
+
+std::string fetchProgram() {
+  const QDir here(QCoreApplication::applicationDirPath());
+  const QString installed = here.absoluteFilePath("../libexec/brimlo/brimlo-fetch");
+  return (QFile::exists(installed) ? installed : here.absoluteFilePath("brimlo-fetch"))
+      .toStdString();
 }
 
 }  // namespace brimlo

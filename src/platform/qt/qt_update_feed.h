@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QPointer>
+#include <QString>
 #include <string>
 
 #include "platform/update_feed.h"
@@ -13,8 +14,9 @@ namespace brimlo {
 /// readings, and nothing is sent but the request.
 class QtUpdateFeed : public UpdateFeed {
  public:
-  /// `userAgent`: what the program calls itself to the server.
-  explicit QtUpdateFeed(const std::string& userAgent);
+  /// `program`: `brimlo-fetch`, which does the fetching in a process of its own. `userAgent`: what
+  /// it calls itself to the server. Needs the running `QCoreApplication`.
+  QtUpdateFeed(const std::string& program, const std::string& userAgent);
   ~QtUpdateFeed() override;
 
   void read(const std::string& address, std::function<void(FeedAnswer)> then) override;
@@ -22,9 +24,13 @@ class QtUpdateFeed : public UpdateFeed {
  private:
   class Reading;
 
-  QByteArray userAgent_;
+  QString program_;
+  QString userAgent_;
   QPointer<Reading> reading_;  // null once it has ended
 };
+
+/// Where `brimlo-fetch` is: where it is installed, or beside the executable that runs.
+std::string fetchProgram();
 
 /// What `feed` offers to this platform. Its elements are known by their local names.
 FeedAnswer parseUpdateFeed(const QByteArray& feed);
