@@ -59,6 +59,8 @@ namespace {
 
 /// How long a sync run in the background may hold up the end of the program.
 constexpr std::chrono::seconds kLastRun{1};
+/// How long the desktop's clipboard manager may be silent when it is to take over the clipboard.
+constexpr std::chrono::seconds kHandOver{2};
 /// How long a second start waits for the one that runs.
 constexpr std::chrono::seconds kAnswer{3};
 
@@ -292,7 +294,11 @@ int main(int argc, char** argv) {
   });
 
   int status = application.exec();
-  if (serverLost) status = 1;
+  if (serverLost) {
+    status = 1;
+  } else {
+    pasteboard.handOver(kHandOver);
+  }
   if (worker.finish(kLastRun) == WorkerThread::Ending::kHanging) {
     // A name service or a disk that does not answer; what the run had done so far is kept or not,
     // but whole either way.

@@ -87,8 +87,13 @@ SelectionServer::Answer SelectionServer::convert(xcb_window_t requestor, xcb_ato
   };
   if (target == atoms.targets) {
     std::vector<xcb_atom_t> targets = offeredTextTargets(atoms);
-    targets.insert(targets.begin(), {atoms.targets, atoms.timestamp, atoms.multiple});
+    targets.insert(targets.begin(), {atoms.targets, atoms.timestamp, atoms.multiple, atoms.saveTargets});
     put(XCB_ATOM_ATOM, 32, targets.size(), targets.data());
+    return Answer::kFacts;
+  }
+  if (target == atoms.saveTargets) {
+    // It asks for nothing, but that the target is known: this program is glad to be relieved.
+    put(atoms.null, 32, 0, nullptr);
     return Answer::kFacts;
   }
   if (target == atoms.timestamp) {

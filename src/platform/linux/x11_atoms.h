@@ -20,6 +20,9 @@ struct X11Atoms {
   xcb_atom_t plain;
   xcb_atom_t passwordHint;  ///< offered with contents that are secret
   xcb_atom_t transfer;      ///< the property that other clients put contents in
+  xcb_atom_t clipboardManager;
+  xcb_atom_t saveTargets;  ///< what the clipboard manager is asked to do
+  xcb_atom_t null;         ///< the type of nothing
   xcb_atom_t stamp;         ///< the property changed to learn the server's time
 
   // Extended Window Manager Hints, and what belongs to them.

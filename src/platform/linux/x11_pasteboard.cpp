@@ -2,8 +2,12 @@
 
 #include <xcb/xfixes.h>
 
+#include <QCoreApplication>
 #include <chrono>
 #include <utility>
+#include <vector>
+
+#include "platform/linux/text_targets.h"
 
 namespace brimlo {
 namespace {
@@ -72,6 +76,10 @@ void X11Pasteboard::handle(const xcb_generic_event_t& event) {
   if (type == XCB_PROPERTY_NOTIFY) {
     const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
     if (change.window == window_ && change.atom == x11_.atoms().stamp) onTime(change.time);
+  }
+  if (type == XCB_SELECTION_NOTIFY) {
+    const auto& answer = reinterpret_cast<const xcb_selection_notify_event_t&>(event);
+    if (answer.selection == x11_.atoms().clipboardManager) handedOver_ = true;
   }
   reader_.handle(event);
   server_.handle(event);
@@ -174,6 +182,40 @@ void X11Pasteboard::checkTaking() {
     takingTimer_.start();
   } else {
     taken();
+  }
+}
+
+void X11Pasteboard::handOver(std::chrono::milliseconds patience) {
+  const X11Atoms& atoms = x11_.atoms();
+  const auto owner = [&](xcb_atom_t selection) {
+    const auto reply = x11_.waitFor<xcb_get_selection_owner_reply_t>(
+        xcb_get_selection_owner_reply, xcb_get_selection_owner(x11_.xcb(), selection));
+    return reply ? reply->owner : static_cast<xcb_window_t>(XCB_NONE);
+  };
+  if (owner(atoms.clipboardManager) == XCB_NONE) return;
+  QTimer end;
+  end.setSingleShot(true);
+  end.start(patience);
+  // The run loop has ended, so it is turned by hand.
+  const auto turnUntil = [&](const auto& holds) {
+    while (!holds() && end.isActive()) {
+      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+      if (server_.busy()) end.start(patience);
+    }
+    return holds();
+  };
+  turnUntil([&] { return !claim_; });
+  if (owner(atoms.clipboard) != window_) return;
+
+  const std::vector<xcb_atom_t> targets = offeredTextTargets(atoms);
+  xcb_change_property(x11_.xcb(), XCB_PROP_MODE_REPLACE, window_, atoms.saveTargets, XCB_ATOM_ATOM,
+                      32, static_cast<std::uint32_t>(targets.size()), targets.data());
+  xcb_convert_selection(x11_.xcb(), window_, atoms.clipboardManager, atoms.saveTargets,
+                        atoms.saveTargets, XCB_CURRENT_TIME);
+  x11_.flush();
+  handedOver_ = false;
+  if (!turnUntil([&] { return handedOver_; })) {
+    log_.write("the clipboard manager does not take the text over");
   }
 }
 

@@ -4,6 +4,7 @@
 #include <xcb/xfixes.h>
 
 #include <QTimer>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -38,6 +39,13 @@ class X11Pasteboard : public Pasteboard {
   /// Takes the PRIMARY selection too, with the current text, for the applications that paste that;
   /// then calls `then`. Requests made from within it are carried out after the taking.
   void offerAsPrimary(std::function<void()> then);
+
+  /// Has the desktop's clipboard manager take over the text that this program offers, so that it
+  /// outlives the program (freedesktop.org's clipboard manager convention), and waits for that, as
+  /// long as the transfer goes on and `patience` lasts. Where this program offers nothing, or there
+  /// is no manager, returns at once. To be called after the run loop has
+  /// ended.
+  void handOver(std::chrono::milliseconds patience);
 
  private:
   using Text = std::shared_ptr<const std::string>;  // null: there is none
@@ -76,6 +84,7 @@ class X11Pasteboard : public Pasteboard {
   Text offered_;                               // what the selection was last claimed for
   std::optional<xcb_timestamp_t> disownedAt_;  // when it was last left without an owner, by us
 
+  bool handedOver_ = false;  // the clipboard manager has taken the text, or says that it does not
   std::function<void()> whenTaken_;
   QTimer takingTimer_;  // runs while whenTaken_ waits
 };
