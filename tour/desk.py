@@ -21,9 +21,9 @@ class Desk:
     """A virtual display with a window manager, a home of its own, and the program."""
 
     def __init__(self, stack, brimlo, screenshots, *server_options, clips=None, templates=None,
-                 manager=("openbox",), prepare=lambda home: None, onboarding=False):
+                 manager=("openbox",), prepare=lambda home: None, onboarding=False, bus=False):
         """`prepare` is given the home before the program starts in it. `onboarding`: whether that
-        is still to be shown."""
+        is still to be shown. `bus`: whether there is a session bus."""
         self.stack = stack
         self.brimlo_path = brimlo
         self.screenshots = screenshots
@@ -45,6 +45,11 @@ class Desk:
         self.manager = manager
         if manager:
             self.spawn(*manager)
+        if bus:
+            address = f"unix:path={self.home}/session-bus"
+            self.spawn("dbus-daemon", "--session", "--nofork", f"--address={address}")
+            self.wait((self.home / "session-bus").exists, 10)
+            self.env["DBUS_SESSION_BUS_ADDRESS"] = address
         for name, content in (("clips", clips), ("templates", templates)):
             if content is not None:
                 self.data.mkdir(parents=True, exist_ok=True)

@@ -109,6 +109,7 @@ std::unique_ptr<ui::Popover> makeMenuPopover(MenuContentModel& content,
   color();
   view->setOnColorsChange(color);
   popover->setFocusProxy(view);
+  popover->setWindowTitle("Brimlo");
   return popover;
 }
 

@@ -97,6 +97,7 @@ void MenuContentView::build() {
   content_->setFixedWidth(kWidth);
   layout()->addWidget(content_);
   setFocusProxy(history_->list);
+  history_->list->setFocus();
   const auto connectPager = [this](Section& section, void (MenuContentModel::*previous)(),
                                    void (MenuContentModel::*next)()) {
     const auto turn = [this, list = section.list](void (MenuContentModel::*page)()) {

@@ -16,8 +16,8 @@ ENTRY = "share/applications/org.brimlo.Brimlo.desktop"
 METAINFO = "share/metainfo/org.brimlo.Brimlo.metainfo.xml"
 AUTOSTART = "etc/xdg/autostart/org.brimlo.Brimlo.desktop"
 BELOW_PREFIX = {
-    "bin/brimlo", "libexec/brimlo/brimlo-fetch", ENTRY, METAINFO, "share/man/man1/brimlo.1.gz", "share/doc/brimlo/changelog.gz",
-    "share/doc/brimlo/copyright", f"{ICONS}/scalable/apps/brimlo.svg",
+    "bin/brimlo", "libexec/brimlo/brimlo-fetch", ENTRY, METAINFO, "share/man/man1/brimlo.1.gz",
+    "share/doc/brimlo/changelog.gz", "share/doc/brimlo/copyright", f"{ICONS}/scalable/apps/brimlo.svg",
     f"{ICONS}/symbolic/apps/brimlo-symbolic.svg",
     *(f"{ICONS}/{n}x{n}/apps/brimlo.png" for n in (16, 22, 24, 32, 48, 64, 128, 256))}
 
