@@ -15,15 +15,20 @@
 #include <QSslConfiguration>
 #include <QUrl>
 #include <cstdio>
-#include <string>
+#include <cstdlib>
 
 using brimlo::FetchStatus;
 
 namespace {
 
-void end(FetchStatus status, const QString& reason) {
+/// At once: the threads and the memory of the libraries go with the process.
+[[noreturn]] void end(int status) {
+  std::_Exit(std::fflush(stdout) == 0 ? status : static_cast<int>(FetchStatus::kUnreachable));
+}
+
+[[noreturn]] void end(FetchStatus status, const QString& reason) {
   std::fprintf(stderr, "%s\n", qUtf8Printable(reason));
-  QCoreApplication::exit(static_cast<int>(status));
+  end(static_cast<int>(status));
 }
 
 }  // namespace
@@ -31,13 +36,11 @@ void end(FetchStatus status, const QString& reason) {
 int main(int argc, char** argv) {
   QCoreApplication application(argc, argv);
   if (argc != 3) {
-    std::fprintf(stderr, "usage: brimlo-fetch ADDRESS USER_AGENT\n");
-    return static_cast<int>(FetchStatus::kMisused);
+    end(FetchStatus::kMisused, "usage: brimlo-fetch ADDRESS USER_AGENT");
   }
   QNetworkRequest request{QUrl(argv[1], QUrl::StrictMode)};
   if (request.url().scheme() != "https" || request.url().host().isEmpty()) {
-    std::fprintf(stderr, "the address is not one of https\n");
-    return static_cast<int>(FetchStatus::kInsecure);
+    end(FetchStatus::kInsecure, "the address is not one of https");
   }
   request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                        QNetworkRequest::NoLessSafeRedirectPolicy);
@@ -53,21 +56,15 @@ int main(int argc, char** argv) {
   const auto pass = [&] {
     const QByteArray part = reply->readAll();
     written += part.size();
-    if (written > brimlo::kMostFetched) {
-      return end(FetchStatus::kTooLong, "the answer is too long");
-    }
+    if (written > brimlo::kMostFetched) end(FetchStatus::kTooLong, "the answer is too long");
     std::fwrite(part.constData(), 1, static_cast<std::size_t>(part.size()), stdout);
   };
   QObject::connect(reply, &QNetworkReply::readyRead, pass);
   QObject::connect(reply, &QNetworkReply::finished, [&] {
     const auto error = reply->error();
-    if (error == QNetworkReply::NoError) {
-      QCoreApplication::exit(0);
-    } else {
-      const bool insecure = error == QNetworkReply::InsecureRedirectError;
-      end(insecure ? FetchStatus::kInsecure : FetchStatus::kUnreachable, reply->errorString());
-    }
+    if (error == QNetworkReply::NoError) end(0);
+    const bool insecure = error == QNetworkReply::InsecureRedirectError;
+    end(insecure ? FetchStatus::kInsecure : FetchStatus::kUnreachable, reply->errorString());
   });
-  const int status = QCoreApplication::exec();
-  return std::fflush(stdout) == 0 ? status : static_cast<int>(FetchStatus::kUnreachable);
+  return QCoreApplication::exec();
 }

@@ -138,6 +138,13 @@ def use_history(desk):
     desk.check("Escape closes the window", shows(desk, False))
 
 
+def passed_through(desk, watcher):
+    """Whether the application in front sees what is typed."""
+    before = watcher.read_text().count("(keysym 0x71, q)")
+    desk.keys("q")
+    return desk.wait(lambda: watcher.read_text().count("(keysym 0x71, q)") > before, PATIENCE)
+
+
 def use_switches(desk):
     watcher = desk.home / "xev"
     desk.spawn("xev", "-event", "keyboard", "-name", "xev", stdout=watcher.open("w"))
@@ -156,6 +163,14 @@ def use_switches(desk):
     desk.check("the hotkey opens the palette, and the application in front does not see it",
                not passed() and lines(desk, "palette presented") == 1)
     desk.keys("Escape")
+    second_start(desk)
+    shows(desk, True)
+    passed()
+    desk.check("the palette takes the place of the menu window",
+               not is_open(desk) and lines(desk, "palette presented") == 2)
+    desk.keys("Escape")
+    time.sleep(0.5)
+    desk.check("and gives the keyboard back to the application", passed_through(desk, watcher))
     for tabs, key, value in ((QUICK_PASTE, "quickPasteEnabled", "false"),
                              (PASSWORDS, "excludePasswords", "true"),
                              (AUTO_APPLY, "autoApplyFromiPhone", "false")):

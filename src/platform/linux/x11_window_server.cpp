@@ -16,14 +16,18 @@ X11WindowServer::X11WindowServer(X11Connection& x11, X11Workspace& workspace)
 }
 
 void X11WindowServer::takeKeyboard(std::uint64_t window, std::function<void()> onLost) {
-  onLost_ = std::move(onLost);
+  const auto lost = std::exchange(onLost_, std::move(onLost));
   const auto taker = static_cast<xcb_window_t>(window);
   if (taker == window_ && state_ != State::kIdle) return;
+  // One of this program's windows after the other: both took it from the same application.
+  if (state_ == State::kHasKeyboard && hasFocus()) restoreFocus();
+  if (state_ != State::kIdle) workspace_.releaseFront();
   window_ = taker;
   state_ = State::kUntilMapped;
   const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_FOCUS_CHANGE;
   xcb_change_window_attributes(x11_.xcb(), window_, XCB_CW_EVENT_MASK, &events);
   if (isViewable(window_)) onMapped();
+  if (lost) lost();
 }
 
 void X11WindowServer::giveKeyboardBack(std::uint64_t window) {
