@@ -87,7 +87,8 @@ SelectionServer::Answer SelectionServer::convert(xcb_window_t requestor, xcb_ato
   };
   if (target == atoms.targets) {
     std::vector<xcb_atom_t> targets = offeredTextTargets(atoms);
-    targets.insert(targets.begin(), {atoms.targets, atoms.timestamp, atoms.multiple, atoms.saveTargets});
+    targets.insert(targets.begin(), {atoms.targets, atoms.timestamp, atoms.multiple});
+    targets.push_back(atoms.saveTargets);
     put(XCB_ATOM_ATOM, 32, targets.size(), targets.data());
     return Answer::kFacts;
   }
