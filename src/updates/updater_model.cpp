@@ -110,14 +110,15 @@ void UpdaterModel::present(UpdatesContent content) {
   if (!window_) {
     window_ = services_.makeWindow(state_);
     window_->setOnWillClose(anchor_.guard([this] { close(); }));
-    window_->center();
   }
+  if (!std::exchange(open_, true)) window_->center();
   window_->makeKeyAndOrderFront();
 }
 
 void UpdaterModel::close() {
   // An answer that comes later is no longer asked for.
   if (reading_ == Asked::kByThePerson) reading_ = Asked::kByTheClock;
+  open_ = false;
   if (window_) window_->orderOut();
 }
 

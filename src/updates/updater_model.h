@@ -67,6 +67,7 @@ class UpdaterModel {
   Services services_;
   UpdatesViewState state_;
   std::unique_ptr<TitledWindow> window_;
+  bool open_ = false;
   std::unique_ptr<RepeatingTimer> timer_;
   std::optional<Asked> reading_;  // none: no reading is under way
   std::optional<FeedItem> offered_;

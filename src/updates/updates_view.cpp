@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTextDocumentFragment>
 #include <QVBoxLayout>
 #include <utility>
@@ -63,6 +64,8 @@ void UpdatesView::build() {
   setAccessibleName(QString::fromStdString(shown.message));
   layout()->addWidget(content_);
   content_->show();
+  focused_->setFocus();
+  layout()->activate();
   update();
 }
 
@@ -82,6 +85,11 @@ QWidget* UpdatesView::notes(const std::string& html) {
   palette.setColor(QPalette::Text, colors.text);
   palette.setColor(QPalette::Highlight, kMoss);
   shown->setPalette(palette);
+  shown->verticalScrollBar()->setStyleSheet(
+      QString("QScrollBar { width: 6px; background: transparent; }"
+              "QScrollBar::handle { background: %1; border-radius: 3px; min-height: 28px; }"
+              "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }")
+          .arg(colors.control.name(QColor::HexArgb)));
   auto* frame = new ui::ShapeBox(6, Qt::transparent);
   frame->setBorder(colors.border);
   ui::layOutColumn(*frame, {.padding = ui::padding(4, 4)}, {shown});
@@ -114,6 +122,7 @@ QWidget* UpdatesView::buttons(const UpdatesContent& shown) {
                        : "updates.close",
       false, state_.onClose);
   if (shown.offersPage) add("updates.download", true, state_.onOpenPage);
+  focused_ = row->layout()->itemAt(row->layout()->count() - 1)->widget();
   return row;
 }
 

@@ -33,6 +33,7 @@ class UpdatesView : public QWidget {
   const Published<Appearance>& appearance_;
   Text text_;
   QWidget* content_ = nullptr;
+  QWidget* focused_ = nullptr;  // the button that Return presses
   Subscription contentChanges_;
   Subscription appearanceChanges_;
 };
