@@ -59,10 +59,11 @@ QSizeF symbolSize(const QString& name, const TextStyle& style) {
 void paintSymbol(QPainter& painter, const QString& name, const QRectF& rect, const QColor& color) {
   const double scale = painter.deviceTransform().m11();
   const QSize pixels = (rect.size() * scale).toSize();
-  const QString key = QString("brimlo/%1/%2x%3/%4")
+  const QString key = QString("brimlo/%1/%2x%3/%4/%5")
                           .arg(name)
                           .arg(pixels.width())
                           .arg(pixels.height())
+                          .arg(scale)
                           .arg(color.rgba());
   QPixmap pixmap;
   if (!QPixmapCache::find(key, &pixmap)) {
