@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "ui/color.h"
 #include "ui/shape_box.h"
@@ -98,23 +99,18 @@ void MenuContentView::build() {
   layout()->addWidget(content_);
   setFocusProxy(history_->list);
   history_->list->setFocus();
-  const auto connectPager = [this](Section& section, void (MenuContentModel::*previous)(),
-                                   void (MenuContentModel::*next)()) {
-    const auto turn = [this, list = section.list](void (MenuContentModel::*page)()) {
-      return [this, list, page] {
-        (model_.*page)();
-        list->scrollToTop();
-      };
-    };
-    connect(section.previous, &QAbstractButton::clicked, this, turn(previous));
-    connect(section.next, &QAbstractButton::clicked, this, turn(next));
+  const auto onTurn = [this](ui::Button* button, ui::RowList* list, std::function<void()> turn) {
+    connect(button, &QAbstractButton::clicked, this, [list, turn = std::move(turn)] {
+      turn();
+      list->scrollToTop();
+    });
   };
   history_->list->setOnClick([this](std::size_t row) { model_.activateClip(row); });
   templates_->list->setOnClick([this](std::size_t row) { model_.activateTemplate(row); });
-  connectPager(*history_, &MenuContentModel::showPreviousHistoryPage,
-               &MenuContentModel::showNextHistoryPage);
-  connectPager(*templates_, &MenuContentModel::showPreviousTemplatePage,
-               &MenuContentModel::showNextTemplatePage);
+  onTurn(history_->previous, history_->list, [this] { model_.showPreviousHistoryPage(); });
+  onTurn(history_->next, history_->list, [this] { model_.showNextHistoryPage(); });
+  onTurn(templates_->previous, templates_->list, [this] { model_.showPreviousTemplatePage(); });
+  onTurn(templates_->next, templates_->list, [this] { model_.showNextTemplatePage(); });
   show(shown);
 }
 

@@ -7,7 +7,6 @@
 
 #include "ui/label.h"
 #include "ui/one_line.h"
-#include "ui/shapes.h"
 #include "ui/symbol.h"
 
 namespace brimlo {
@@ -17,6 +16,8 @@ constexpr double kSpacing = 8;
 constexpr double kHorizontalPadding = 8;
 constexpr double kVerticalPadding = 5;
 constexpr double kBadge = 16;
+constexpr double kBadgeRadius = 4;
+constexpr float kBadgeOpacity = 0.12F;  // of what is behind the number
 constexpr ui::TextStyle kBadgeText{.size = 10, .weight = QFont::DemiBold, .rounded = true};
 
 }  // namespace
@@ -29,7 +30,10 @@ int MenuRows::height(std::size_t, int) {
 void MenuRows::paint(QPainter& painter, std::size_t row, const QRectF& rect) {
   const MenuRow& shown = rows_[row];
   QRectF room = rect.adjusted(kHorizontalPadding, 0, -kHorizontalPadding, 0);
-  paintBadge(painter, shown, {room.left(), room.center().y() - kBadge / 2, kBadge, kBadge});
+  QColor fill = moss_;
+  fill.setAlphaF(kBadgeOpacity);
+  ui::paintBadge(painter, {room.left(), room.center().y() - kBadge / 2, kBadge, kBadge},
+                 kBadgeRadius, QString::fromStdString(shown.badge), kBadgeText, moss_, fill);
   room.setLeft(room.left() + kBadge + kSpacing);
   if (!shown.symbol.empty()) {
     const QString symbol = QString::fromStdString(shown.symbol);
@@ -39,18 +43,6 @@ void MenuRows::paint(QPainter& painter, std::size_t row, const QRectF& rect) {
     room.setLeft(room.left() + size.width() + kSpacing);
   }
   ui::paintText(painter, room, ui::oneLine(shown.text), ui::kCallout, text_);
-}
-
-void MenuRows::paintBadge(QPainter& painter, const MenuRow& row, const QRectF& badge) const {
-  constexpr double kCornerRadius = 4;
-  constexpr float kOpacity = 0.12F;
-  QColor fill = moss_;
-  fill.setAlphaF(kOpacity);
-  ui::fillRounded(painter, badge, kCornerRadius, fill);
-  const QString text = QString::fromStdString(row.badge);
-  const double width = ui::textWidth(text, kBadgeText);
-  const QRectF centred(badge.center().x() - width / 2, badge.top(), width, badge.height());
-  ui::paintText(painter, centred, text, kBadgeText, moss_);
 }
 
 QString MenuRows::name(std::size_t row) {

@@ -21,8 +21,6 @@ class MenuRows : public ui::RowSource {
   QString name(std::size_t row) override;
 
  private:
-  void paintBadge(QPainter& painter, const MenuRow& row, const QRectF& badge) const;
-
   QColor moss_;
   QColor text_;
   std::vector<MenuRow> rows_;

@@ -124,11 +124,9 @@ void QuickPasteRows::paintBadge(QPainter& painter, std::size_t row, const QRectF
   constexpr double kCornerRadius = 5;
   const QRectF badge(rect.left() + kHorizontalPadding, rect.center().y() - kBadge / 2, kBadge,
                      kBadge);
-  ui::fillRounded(painter, badge, kCornerRadius, ui::white(selected ? 0.22 : 0.08));
   const QString text = row < kNumberedRows ? QString::number(row + 1) : QString(u'·');
-  const double width = ui::textWidth(text, kBadgeText);
-  const QRectF centred(badge.center().x() - width / 2, badge.top(), width, badge.height());
-  ui::paintText(painter, centred, text, kBadgeText, selected ? ui::white(1) : colors_.mossLight);
+  ui::paintBadge(painter, badge, kCornerRadius, text, kBadgeText,
+                 selected ? ui::white(1) : colors_.mossLight, ui::white(selected ? 0.22 : 0.08));
 }
 
 void QuickPasteRows::paintClip(QPainter& painter, std::size_t row, const Clip& clip, QRectF rect,

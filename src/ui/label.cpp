@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/shapes.h"
+
 namespace brimlo::ui {
 namespace {
 
@@ -49,6 +51,14 @@ void paintText(QPainter& painter, const QRectF& rect, const QString& text, const
     painter.drawText(QPointF(x + (place - width) / 2, baseline), each);
     x += place;
   }
+}
+
+void paintBadge(QPainter& painter, const QRectF& rect, double radius, const QString& text,
+                const TextStyle& style, const QColor& color, const QColor& fill) {
+  fillRounded(painter, rect, radius, fill);
+  const double width = textWidth(text, style);
+  const QRectF centred(rect.center().x() - width / 2, rect.top(), width, rect.height());
+  paintText(painter, centred, text, style, color);
 }
 
 Label::Label(const QString& text, const TextStyle& style, const QColor& color)

@@ -16,6 +16,10 @@ double textWidth(const QString& text, const TextStyle& style);
 void paintText(QPainter& painter, const QRectF& rect, const QString& text, const TextStyle& style,
                const QColor& color);
 
+/// Draws a short `text` of `color` in the middle of a rounded rectangle of `fill`.
+void paintBadge(QPainter& painter, const QRectF& rect, double radius, const QString& text,
+                const TextStyle& style, const QColor& color, const QColor& fill);
+
 /// One line of text in a stack, which may be given less room than it wants.
 class Label : public QLabel {
  public:
