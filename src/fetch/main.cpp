@@ -6,8 +6,6 @@
 // Beside the system's authorities it trusts those in the file that SSL_CERT_FILE names.
 // Ends with 0, or says why not on standard error and ends with one of `FetchStatus`.
 
-#include "fetch/fetch_status.h"
-
 #include <QCoreApplication>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -16,6 +14,8 @@
 #include <QUrl>
 #include <cstdio>
 #include <cstdlib>
+
+#include "fetch/fetch_status.h"
 
 using brimlo::FetchStatus;
 

@@ -14,7 +14,8 @@ class WindowServer {
   /// Has the keyboard go to `window`, one of this program's, from when it is on screen on: at once,
   /// whatever a window manager thinks of that. `onLost` is called, from the run loop, once it goes
   /// elsewhere by anybody's doing but `giveKeyboardBack`, and from within this where another of
-  /// this program's windows takes it; a hotkey that is pressed meanwhile does not count. For a window that has the keyboard already, only `onLost` is replaced.
+  /// this program's windows takes it; a hotkey that is pressed meanwhile does not count. For a
+  /// window that has the keyboard already, only `onLost` is replaced.
   virtual void takeKeyboard(std::uint64_t window, std::function<void()> onLost) = 0;
 
   /// Has the keyboard go to where `window` took it from, if `window` still has it; in any case

@@ -1,10 +1,10 @@
-#include "platform/qt/qt_update_feed.h"
-
 #include <gtest/gtest.h>
 
 #include <QEventLoop>
 #include <QFile>
 #include <QTemporaryDir>
+
+#include "platform/qt/qt_update_feed.h"
 
 namespace brimlo {
 namespace {

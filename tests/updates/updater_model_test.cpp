@@ -13,9 +13,10 @@ using namespace std::chrono_literals;
 
 TEST(CompareVersions, GoesByPartsAndKnowsWhatIsNotOutYet) {
   // Each is newer than the one before it.
-  const char* const ascending[] = {"",       "0.9",    "0.10",  "1.0a1",  "1.0b2",  "1.0-rc1",
-                                   "1.0",    "1.0.0.1", "1.0.1", "1.0.2b", "1.0.2",  "1.2",
-                                   "1.10",   "2",      "2026.11", "99999999999999999999999"};
+  const char* const ascending[] = {"",      "0.9",     "0.10",    "1.0a1",
+                                   "1.0b2", "1.0-rc1", "1.0",     "1.0.0.1",
+                                   "1.0.1", "1.0.2b",  "1.0.2",   "1.2",
+                                   "1.10",  "2",       "2026.11", "99999999999999999999999"};
   for (std::size_t i = 0; i < std::size(ascending); ++i) {
     for (std::size_t j = 0; j < std::size(ascending); ++j) {
       EXPECT_EQ(compareVersions(ascending[i], ascending[j]), i <=> j)
@@ -110,9 +111,10 @@ TEST_F(UpdaterModelTest, SaysWhatCameOfACheck) {
     EXPECT_EQ(shown.offersPage, each.offers);
     EXPECT_FALSE(shown.busy);
   }
-  EXPECT_EQ(log.lines, (std::vector<std::string>{
-                           "version 1.10 shown is out", "cannot read the update feed: why",
-                           "cannot read the update feed: why", "cannot read the update feed: why"}));
+  EXPECT_EQ(log.lines,
+            (std::vector<std::string>{
+                "version 1.10 shown is out", "cannot read the update feed: why",
+                "cannot read the update feed: why", "cannot read the update feed: why"}));
 }
 
 TEST_F(UpdaterModelTest, LooksOnceADayAndSpeaksUpOnlyForWhatIsNewAndWanted) {

@@ -23,7 +23,7 @@ struct X11Atoms {
   xcb_atom_t clipboardManager;
   xcb_atom_t saveTargets;  ///< what the clipboard manager is asked to do
   xcb_atom_t null;         ///< the type of nothing
-  xcb_atom_t stamp;         ///< the property changed to learn the server's time
+  xcb_atom_t stamp;        ///< the property changed to learn the server's time
 
   // Extended Window Manager Hints, and what belongs to them.
   xcb_atom_t activeWindow;
