@@ -84,7 +84,7 @@ void MenuContentView::keyPressEvent(QKeyEvent* event) {
 
 void MenuContentView::build() {
   delete content_;
-  alert_ = nullptr;
+  delete std::exchange(alert_, nullptr);
   footer_.clear();
   history_ = makeSection(kHistoryHeight);
   templates_ = makeSection(kTemplatesHeight);
