@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <optional>
 #include <utility>
 
@@ -48,7 +49,11 @@ std::string instanceSocketPath(const std::string& dataFolder) {
   const char* runtime = std::getenv("XDG_RUNTIME_DIR");
   const bool usable = runtime && runtime[0] == '/' && access(runtime, W_OK | X_OK) == 0;
   if (!usable) return dataFolder + "/brimlo.socket";
-  return std::string(runtime) + "/brimlo-" + nameFor(dataFolder) + ".socket";
+  // However the folder's path is written.
+  std::error_code error;
+  const auto canonical = std::filesystem::canonical(dataFolder, error);
+  return std::string(runtime) + "/brimlo-" + nameFor(error ? dataFolder : canonical.string()) +
+         ".socket";
 }
 
 bool askRunningInstance(const std::string& path, InstanceRequest request,
