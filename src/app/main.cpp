@@ -15,9 +15,9 @@
 #include "palette/quick_paste_view.h"
 #include "platform/cloud/account_database.h"
 #include "platform/linux/dbus_notifications.h"
+#include "platform/linux/desktop_appearance.h"
 #include "platform/linux/folder_lock.h"
 #include "platform/linux/ini_user_defaults.h"
-#include "platform/linux/portal_appearance.h"
 #include "platform/linux/posix_file_system.h"
 #include "platform/linux/process_environment.h"
 #include "platform/linux/running_instance.h"
@@ -33,6 +33,7 @@
 #include "platform/linux/x11_keyboard.h"
 #include "platform/linux/x11_pasteboard.h"
 #include "platform/linux/x11_raw_input.h"
+#include "platform/linux/x11_theme_name.h"
 #include "platform/linux/x11_window_server.h"
 #include "platform/linux/x11_workspace.h"
 #include "platform/linux/xdg_folders.h"
@@ -202,7 +203,8 @@ int main(int argc, char** argv) {
     return prepared ? std::move(prepared) : makePanel(state);
   };
 
-  const PortalAppearance appearance;
+  const X11ThemeName themeName(*x11.connection);
+  const DesktopAppearance appearance(themeName.value());
   const auto makeMenuPanel = [&](MenuContentModel& content) -> std::unique_ptr<KeyablePanel> {
     auto popover = makeMenuPopover(content, appearance.value());
     const auto opaqueShape = [popover = popover.get()] { return popover->opaqueShape(); };

@@ -256,6 +256,11 @@ def quit_by_menu(desk):
     desk.xclip(b"x")  # so that there is a row
     second_start(desk)
     shows(desk, True)
+    desk.run("xfconf-query", "-c", "xsettings", "-p", "/Net/ThemeName", "-n", "-t", "string", "-s",
+             "Adwaita-dark")
+    x, y, *_ = geometry(desk, windows(desk)[0])
+    desk.check("it is dark when the desktop's theme is", desk.wait(
+        lambda: near(pixels(desk, (x + 160, y + 20))[0], CARD), PATIENCE))
     desk.xclip(b"to be kept")
     desk.wait(lambda: "to be kept" in texts(desk), PATIENCE)
     desk.keys("ctrl+1")

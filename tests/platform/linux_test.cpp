@@ -20,6 +20,7 @@
 #include "platform/linux/posix_file_system.h"
 #include "platform/linux/unix_signals.h"
 #include "platform/linux/worker_thread.h"
+#include "platform/linux/x11_theme_name.h"
 #include "platform/qt/qt_entitlements.h"
 #include "platform/qt/qt_strings.h"
 #include "support/fakes.h"
@@ -265,6 +266,26 @@ TEST(UnixSignals, RunTheirBlocksOnTheRunLoopAndLeaveIgnoredOnesAlone) {
   sigaction(SIGUSR2, nullptr, &now);
   EXPECT_EQ(now.sa_handler, SIG_DFL);
   std::signal(SIGHUP, SIG_DFL);
+}
+
+TEST(XsettingsText, ReadsBothByteOrdersAndNothingBroken) {
+  using namespace std::string_literals;
+  const std::string little =
+      "\0\0\0\0\7\0\0\0\3\0\0\0"s +                  // little-endian, the serial, three settings
+      "\0\0\3\0Dpi\0\0\0\0\0\x60\0\0\0"s +           // a number
+      "\2\0\1\0C\0\0\0\0\0\0\0\1\2\3\4\5\6\7\10"s +  // a colour
+      "\1\0\4\0Name\0\0\0\0\5\0\0\0Night\0\0\0"s;
+  const std::string big = "\1\0\0\0\0\0\0\7\0\0\0\1"s + "\1\0\0\4Name\0\0\0\0\0\0\0\5Night\0\0\0"s;
+  EXPECT_EQ(xsettingsText(little, "Name"), "Night");
+  EXPECT_EQ(xsettingsText(big, "Name"), "Night");
+  EXPECT_EQ(xsettingsText(little, "Dpi"), "");
+  EXPECT_EQ(xsettingsText(little, "Nam"), "");
+  for (std::size_t size = 0; size + 3 < little.size(); ++size) {
+    EXPECT_EQ(xsettingsText(little.substr(0, size), "Name"), "") << size;
+  }
+  std::string endless = little;
+  endless.replace(8, 4, "\xff\xff\xff\xff");
+  EXPECT_EQ(xsettingsText(endless, "Other"), "");
 }
 
 }  // namespace

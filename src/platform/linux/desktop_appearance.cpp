@@ -1,4 +1,4 @@
-#include "platform/linux/portal_appearance.h"
+#include "platform/linux/desktop_appearance.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -21,8 +21,9 @@ constexpr uint kPreferDark = 1;
 
 }  // namespace
 
-PortalAppearance::PortalAppearance() {
-  publish();
+DesktopAppearance::DesktopAppearance(const Published<std::string>& themeName)
+    : themeName_(themeName) {
+  themeChanges_ = themeName_.observe([this](const std::string&) { publish(); });
   qGuiApp->installEventFilter(this);
   const auto bus = sessionBus();
   if (!bus) return;
@@ -42,24 +43,29 @@ PortalAppearance::PortalAppearance() {
   });
 }
 
-bool PortalAppearance::eventFilter(QObject*, QEvent* event) {
+bool DesktopAppearance::eventFilter(QObject*, QEvent* event) {
   if (event->type() == QEvent::ApplicationPaletteChange) publish();
   return false;
 }
 
 /// `scheme`: a number, in one variant or, as "Read" gives it, in two.
-void PortalAppearance::take(const QVariant& scheme) {
+void DesktopAppearance::take(const QVariant& scheme) {
   QVariant inner = scheme;
   while (inner.canConvert<QDBusVariant>()) inner = inner.value<QDBusVariant>().variant();
   scheme_ = inner.toUInt();
   publish();
 }
 
-void PortalAppearance::publish() {
+void DesktopAppearance::publish() {
   const QPalette palette = QGuiApplication::palette();
   const bool darkToolkit =
       palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
-  const bool dark = scheme_ == kNoPreference ? darkToolkit : scheme_ == kPreferDark;
+  const QString theme = QString::fromStdString(themeName_.value());
+  // By custom: "Adwaita-dark", "Greybird-dark", "Arc-Dark".
+  const bool darkTheme = theme.contains("dark", Qt::CaseInsensitive);
+  const bool dark = scheme_ != kNoPreference ? scheme_ == kPreferDark
+                    : theme.isEmpty()        ? darkToolkit
+                                             : darkTheme;
   value_.set(dark ? Appearance::kDark : Appearance::kLight);
 }
 

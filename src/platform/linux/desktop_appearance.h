@@ -3,6 +3,7 @@
 #include <QDBusVariant>
 #include <QObject>
 #include <memory>
+#include <string>
 
 #include "base/published.h"
 #include "platform/appearance.h"
@@ -11,12 +12,14 @@
 namespace brimlo {
 
 /// The desktop's appearance, as the settings portal says ("color-scheme" of
-/// "org.freedesktop.appearance"); where that knows none, as the toolkit's own colours are. Nothing
-/// waits for the portal. Main thread.
-class PortalAppearance : private QObject {
+/// "org.freedesktop.appearance"). Where that knows none, the name of the desktop's theme tells, and
+/// where there is no such name, the toolkit's own colours do. Nothing waits for the portal. Main
+/// thread.
+class DesktopAppearance : private QObject {
  public:
-  /// Needs the running `QGuiApplication`.
-  PortalAppearance();
+  /// `themeName`: what the desktop calls its theme; outlives it. Needs the running
+  /// `QGuiApplication`.
+  explicit DesktopAppearance(const Published<std::string>& themeName);
 
   const Published<Appearance>& value() const { return value_; }
 
@@ -25,9 +28,11 @@ class PortalAppearance : private QObject {
   void take(const QVariant& scheme);
   void publish();
 
+  const Published<std::string>& themeName_;
   uint scheme_ = 0;
   std::unique_ptr<DbusSignal> changes_;
   Published<Appearance> value_{Appearance::kLight};
+  Subscription themeChanges_;
 };
 
 }  // namespace brimlo
