@@ -121,8 +121,10 @@ class QtUpdateFeed::Reading : public QObject {
   void stop() {
     then_ = nullptr;
     fetch_.disconnect(this);
+    if (fetch_.state() == QProcess::NotRunning) return deleteLater();
+    connect(&fetch_, &QProcess::finished, this, &QObject::deleteLater);
+    connect(&fetch_, &QProcess::errorOccurred, this, &QObject::deleteLater);
     fetch_.kill();
-    deleteLater();
   }
 
  private:
