@@ -1,5 +1,3 @@
-#include <malloc.h>
-
 #include <QApplication>
 #include <chrono>
 #include <csignal>
@@ -26,6 +24,7 @@
 #include "platform/linux/unix_signals.h"
 #include "platform/linux/user_locale.h"
 #include "platform/linux/worker_thread.h"
+#include "platform/linux/working_set.h"
 #include "platform/linux/x11_connection.h"
 #include "platform/linux/x11_event_monitors.h"
 #include "platform/linux/x11_hot_keys.h"
@@ -287,7 +286,7 @@ int main(int argc, char** argv) {
     prepared->prepare();
   });
   // Reading the history and the first sync run take memory that nobody needs again.
-  runLoop.asyncAfter(std::chrono::seconds(2), [] { malloc_trim(0); });
+  runLoop.asyncAfter(std::chrono::seconds(2), [] { releaseStartUpMemory(); });
 
   std::vector<std::unique_ptr<SignalSource>> quitting;
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
