@@ -20,7 +20,7 @@ from paste import Field  # noqa: E402
 ROUNDS, COPIES, PASTES, OPENINGS = 10, 200, 20, 4  # the clearing is one more opening
 PATIENCE = 30
 MEGABYTES = 4  # what may come and go
-SANITIZER = 12  # and what its allocator keeps of where memory came from
+SANITIZER = 24  # and what its allocator keeps of where memory came from
 USUAL = re.compile("|".join((
     "hotkey ", "sync ok: ", "captured local clip ", "SIGUSR2 -> exercise paste path", "paste \\(",
     "AX trusted -> auto-paste", "posted Cmd-V", "history cleared", "copied clip to pasteboard",
