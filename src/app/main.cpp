@@ -49,9 +49,7 @@
 #include "store/template_file.h"
 #include "sync/record_conversions.h"
 #include "ui/accessibility.h"
-#include "ui/color.h"
 #include "ui/popover.h"
-#include "ui/symbol.h"
 #include "updates/updater_model.h"
 #include "updates/updates_view.h"
 
@@ -153,8 +151,7 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setDesktopFileName("org.brimlo.Brimlo");
-  QApplication::setWindowIcon(
-      QIcon::fromTheme("brimlo", ui::symbolIcon("square.stack.3d.up.fill", ui::srgb(62, 142, 99))));
+  QApplication::setWindowIcon(QIcon::fromTheme("brimlo", programIcon()));
   ui::installAccessibility();
   x11.connection->serve();
 
@@ -300,6 +297,7 @@ int main(int argc, char** argv) {
   });
 
   int status = application.exec();
+  menuBar.close();
   if (serverLost) {
     status = 1;
   } else {

@@ -14,11 +14,6 @@ namespace {
 constexpr const char* kTitle = "Brimlo";
 constexpr const char* kThemeIcon = "brimlo-symbolic";
 
-/// Stands out on light and on dark panels, where the tray does not colour the icon itself.
-QIcon icon() {
-  return ui::symbolIcon("square.stack.3d.up.fill", ui::srgb(62, 142, 99));
-}
-
 /// The name of the icon in the desktop's theme, if it was installed there.
 std::string themeIcon() {
   const QString file = QString("icons/hicolor/symbolic/apps/%1.svg").arg(kThemeIcon);
@@ -29,8 +24,14 @@ std::string themeIcon() {
 
 }  // namespace
 
+QIcon programIcon() {
+  return ui::symbolIcon("square.stack.3d.up.fill", ui::moss());
+}
+
 TrayItem::TrayItem(const Screens& screens, SystemLog& log)
-    : screens_(screens), notifier_(kTitle, themeIcon(), icon(), log), embedded_(kTitle, icon()) {}
+    : screens_(screens),
+      notifier_(kTitle, themeIcon(), programIcon(), log),
+      embedded_(kTitle, programIcon()) {}
 
 void TrayItem::show(std::function<void(const Rect&)> onActivate) {
   notifier_.setOnActivate([this, onActivate](int x, int y) { onActivate(place(x, y)); });

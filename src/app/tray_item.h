@@ -11,6 +11,9 @@
 
 namespace brimlo {
 
+/// The program's icon, drawn by itself: it stands out on light and on dark panels.
+QIcon programIcon();
+
 /// The program's icon in the tray, in whichever way the desktop has one: as a StatusNotifierItem,
 /// or, as long as nobody shows those, embedded. Main thread.
 class TrayItem {

@@ -55,7 +55,7 @@ class MenuContentView : public QWidget {
   void showAlert(const std::optional<MenuAlert>& alert);
 
   MenuContentModel& model_;
-  const QColor moss_ = ui::srgb(62, 142, 99);
+  const QColor moss_ = ui::moss();
   ui::WindowColors colors_;
   std::function<void()> onColorsChange_;
   QWidget* content_ = nullptr;

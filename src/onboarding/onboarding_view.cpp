@@ -23,7 +23,7 @@ constexpr int kCardPadding = 14;  // of the practice's cards
 constexpr int kCardWidth = kContentWidth - 2 * kCardPadding;
 constexpr int kTransition = 150;  // milliseconds
 
-const QColor kMoss = ui::srgb(62, 142, 99);
+const QColor kMoss = ui::moss();
 const QColor kBackground = ui::srgb(243, 245, 242);
 const QColor kInk = ui::srgb(40, 48, 42);
 const QColor kSubInk = ui::srgb(94, 107, 98);

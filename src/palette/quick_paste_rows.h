@@ -9,13 +9,14 @@
 #include <vector>
 
 #include "palette/quick_paste_view_state.h"
+#include "ui/color.h"
 #include "ui/row_list.h"
 
 namespace brimlo {
 
 /// The colours of the palette, which is always dark.
 struct QuickPasteColors {
-  QColor moss{0x3E, 0x8E, 0x63};
+  QColor moss = ui::moss();
   QColor surface{0x26, 0x2E, 0x28};
   QColor textPrimary{0xE6, 0xED, 0xE7};
   QColor textSecondary{0xA6, 0xB6, 0xAA};

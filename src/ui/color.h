@@ -9,6 +9,11 @@ inline QColor srgb(int red, int green, int blue) {
   return {red, green, blue};
 }
 
+/// The program's own colour.
+inline QColor moss() {
+  return srgb(62, 142, 99);
+}
+
 inline QColor white(double opacity) {
   return QColor::fromRgbF(1, 1, 1, static_cast<float>(opacity));
 }

@@ -24,7 +24,7 @@ constexpr int kPadding = 20;
 constexpr int kSpacing = 14;
 constexpr int kSymbolRoom = 40;
 constexpr int kNotesHeight = 170;
-const QColor kMoss = ui::srgb(62, 142, 99);
+const QColor kMoss = ui::moss();
 
 }  // namespace
 

@@ -196,7 +196,8 @@ QString StatusNotifierItem::introspect(const QString& path) const {
   </interface>)XML";
 }
 
-QVariantMap StatusNotifierItem::properties() const {
+/// All but the pictures, which take time to draw and are seldom asked for.
+QVariantMap StatusNotifierItem::plainProperties() const {
   const DbusToolTip tip{{}, {}, title_, {}};
   return {{"Category", "ApplicationStatus"},
           {"Id", "brimlo"},
@@ -204,7 +205,6 @@ QVariantMap StatusNotifierItem::properties() const {
           {"Status", "Active"},
           {"WindowId", 0},
           {"IconName", themeIcon_},
-          {"IconPixmap", QVariant::fromValue(pictures(icon_))},
           {"ToolTip", QVariant::fromValue(tip)},
           {"ItemIsMenu", false}};
 }
@@ -217,10 +217,14 @@ bool StatusNotifierItem::handleMessage(const QDBusMessage& message,
   const QString member = message.member();
   const bool aboutItem = arguments.size() >= 1 && arguments[0] == kItem;
   if (message.interface() == kProperties && member == "GetAll" && aboutItem) {
-    return connection.send(message.createReply(QVariant(properties())));
+    QVariantMap all = plainProperties();
+    all["IconPixmap"] = QVariant::fromValue(pictures(icon_));
+    return connection.send(message.createReply(QVariant(all)));
   }
   if (message.interface() == kProperties && member == "Get" && aboutItem && arguments.size() == 2) {
-    const QVariant value = properties().value(arguments[1].toString());
+    const QString name = arguments[1].toString();
+    const QVariant value =
+        name == "IconPixmap" ? QVariant::fromValue(pictures(icon_)) : plainProperties().value(name);
     if (!value.isValid()) return false;
     return connection.send(message.createReply(QVariant::fromValue(QDBusVariant(value))));
   }

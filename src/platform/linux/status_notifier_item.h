@@ -34,7 +34,7 @@ class StatusNotifierItem : private QDBusVirtualObject {
  private:
   QString introspect(const QString& path) const override;
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
-  QVariantMap properties() const;
+  QVariantMap plainProperties() const;
   void announce();
   void askForHost();
   void setHosted(bool hosted);
