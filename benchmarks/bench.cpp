@@ -12,7 +12,7 @@
 #include <sstream>
 
 #include "measure.h"
-#include "platform/linux/posix_file_system.h"
+#include "platform/posix/posix_file_system.h"
 #include "store/clip_store.h"
 
 namespace brimlo {

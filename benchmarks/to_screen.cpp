@@ -19,7 +19,7 @@
 #include <string>
 
 #include "measure.h"
-#include "platform/linux/running_instance.h"
+#include "platform/freedesktop/running_instance.h"
 
 namespace brimlo {
 namespace {

@@ -20,8 +20,10 @@ MAY_INCLUDE = {
     "updates": LOGIC,
     "app": LOGIC | {"store", "capture", "palette", "sync", "onboarding", "menu"},
     "platform/cloud": LOGIC,
-    "platform/linux": LOGIC,
+    "platform/posix": LOGIC,
+    "platform/freedesktop": LOGIC | {"platform/posix"},
     "platform/qt": LOGIC | {"fetch"},
+    "platform/x11": LOGIC | {"platform/posix", "platform/freedesktop", "platform/qt"},
     "fetch": set(),
     "ui": {"platform"},
 }
@@ -36,7 +38,7 @@ VIEWS = {
 }
 # What is built into the executable alone, and knows every concrete class.
 MAIN = dict.fromkeys(("app/main.cpp", "app/tray_item.h", "app/tray_item.cpp"), set(MAY_INCLUDE))
-MAY_USE_QT = {"fetch", "platform/linux", "platform/qt", "ui"}
+MAY_USE_QT = {"fetch", "platform/freedesktop", "platform/qt", "platform/x11", "ui"}
 
 
 def folder_of(path):

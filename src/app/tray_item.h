@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "base/geometry.h"
-#include "platform/linux/status_notifier_item.h"
+#include "platform/freedesktop/status_notifier_item.h"
 #include "platform/qt/qt_tray_icon.h"
 #include "platform/screens.h"
 #include "platform/system_log.h"

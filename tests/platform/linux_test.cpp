@@ -15,14 +15,14 @@
 #include <sstream>
 #include <thread>
 
-#include "platform/linux/folder_lock.h"
-#include "platform/linux/ini_user_defaults.h"
-#include "platform/linux/posix_file_system.h"
-#include "platform/linux/unix_signals.h"
-#include "platform/linux/worker_thread.h"
-#include "platform/linux/x11_theme_name.h"
+#include "platform/posix/folder_lock.h"
+#include "platform/posix/posix_file_system.h"
+#include "platform/posix/unix_signals.h"
+#include "platform/posix/worker_thread.h"
+#include "platform/qt/ini_user_defaults.h"
 #include "platform/qt/qt_entitlements.h"
 #include "platform/qt/qt_strings.h"
+#include "platform/x11/x11_theme_name.h"
 #include "support/fakes.h"
 
 namespace brimlo {

@@ -3,8 +3,8 @@
 #include <QProcess>
 #include <chrono>
 
-#include "platform/linux/x11_connection.h"
-#include "platform/linux/x11_pasteboard.h"
+#include "platform/x11/x11_connection.h"
+#include "platform/x11/x11_pasteboard.h"
 #include "support/fakes.h"
 #include "support/wait.h"
 #include "support/x11_peer.h"

@@ -5,10 +5,10 @@
 
 #include <QProcess>
 
-#include "platform/linux/x11_key_events.h"
-#include "platform/linux/x11_pasteboard.h"
-#include "platform/linux/x11_workspace.h"
 #include "platform/qt/qt_run_loop.h"
+#include "platform/x11/x11_key_events.h"
+#include "platform/x11/x11_pasteboard.h"
+#include "platform/x11/x11_workspace.h"
 #include "support/fakes.h"
 #include "support/wait.h"
 

@@ -10,11 +10,11 @@
 #include <QTemporaryDir>
 #include <QWindow>
 
-#include "platform/linux/x11_event_monitors.h"
-#include "platform/linux/x11_hot_keys.h"
-#include "platform/linux/x11_properties.h"
-#include "platform/linux/x11_window_server.h"
-#include "platform/linux/xcb_xkb.h"
+#include "platform/x11/x11_event_monitors.h"
+#include "platform/x11/x11_hot_keys.h"
+#include "platform/x11/x11_properties.h"
+#include "platform/x11/x11_window_server.h"
+#include "platform/x11/xcb_xkb.h"
 #include "support/fakes.h"
 #include "support/wait.h"
 

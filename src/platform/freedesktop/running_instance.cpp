@@ -1,0 +1,110 @@
+#include "platform/freedesktop/running_instance.h"
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <optional>
+#include <utility>
+
+namespace brimlo {
+namespace {
+
+constexpr unsigned char kDone = 0;
+
+std::optional<sockaddr_un> addressOf(const std::string& path) {
+  sockaddr_un address{};
+  if (path.size() >= sizeof address.sun_path) return std::nullopt;
+  address.sun_family = AF_UNIX;
+  std::memcpy(address.sun_path, path.data(), path.size());
+  return address;
+}
+
+const sockaddr* plain(const sockaddr_un& address) {
+  return reinterpret_cast<const sockaddr*>(&address);
+}
+
+FileDescriptor makeSocket() {
+  return FileDescriptor(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+}
+
+/// FNV-1a: the same for a folder whoever computes it.
+std::string nameFor(const std::string& folder) {
+  std::uint64_t hash = 14695981039346656037U;
+  for (const char byte : folder) {
+    hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211U;
+  }
+  return std::to_string(hash);
+}
+
+}  // namespace
+
+std::string instanceSocketPath(const std::string& dataFolder) {
+  const char* runtime = std::getenv("XDG_RUNTIME_DIR");
+  const bool usable = runtime && runtime[0] == '/' && access(runtime, W_OK | X_OK) == 0;
+  if (!usable) return dataFolder + "/brimlo.socket";
+  // However the folder's path is written.
+  std::error_code error;
+  const auto canonical = std::filesystem::canonical(dataFolder, error);
+  return std::string(runtime) + "/brimlo-" + nameFor(error ? dataFolder : canonical.string()) +
+         ".socket";
+}
+
+bool askRunningInstance(const std::string& path, InstanceRequest request,
+                        std::chrono::milliseconds patience) {
+  const auto address = addressOf(path);
+  if (!address) return false;
+  const FileDescriptor asking = makeSocket();
+  // A name of the kernel's making, for the answer.
+  sockaddr_un own{};
+  own.sun_family = AF_UNIX;
+  if (bind(asking.get(), plain(own), sizeof own.sun_family) != 0) return false;
+  const auto byte = static_cast<unsigned char>(request);
+  if (sendto(asking.get(), &byte, 1, 0, plain(*address), sizeof *address) != 1) return false;
+  pollfd waiting{asking.get(), POLLIN, 0};
+  if (poll(&waiting, 1, static_cast<int>(patience.count())) != 1) return false;
+  unsigned char answer = 1;
+  return recv(asking.get(), &answer, 1, 0) == 1 && answer == kDone;
+}
+
+RunningInstance::RunningInstance(std::string path, SystemLog& log,
+                                 std::function<void(InstanceRequest)> onRequest)
+    : path_(std::move(path)), onRequest_(std::move(onRequest)) {
+  const auto address = addressOf(path_);
+  FileDescriptor made = makeSocket();
+  unlink(path_.c_str());
+  if (!address || bind(made.get(), plain(*address), sizeof *address) != 0) {
+    log.write("a second start cannot reach this one through " + path_ + ": " +
+              (address ? std::strerror(errno) : "the path is too long"));
+    return;
+  }
+  socket_ = std::move(made);
+  readable_ = std::make_unique<QSocketNotifier>(socket_.get(), QSocketNotifier::Read);
+  QObject::connect(readable_.get(), &QSocketNotifier::activated, readable_.get(),
+                   [this] { serve(); });
+}
+
+RunningInstance::~RunningInstance() {
+  if (readable_) unlink(path_.c_str());
+}
+
+void RunningInstance::serve() {
+  unsigned char byte = 0;
+  sockaddr_un from{};
+  socklen_t length = sizeof from;
+  const ssize_t count =
+      recvfrom(socket_.get(), &byte, 1, 0, reinterpret_cast<sockaddr*>(&from), &length);
+  if (count != 1) return;
+  const auto request = static_cast<InstanceRequest>(byte);
+  if (request != InstanceRequest::kOpenMenu && request != InstanceRequest::kQuickPaste) return;
+  sendto(socket_.get(), &kDone, 1, 0, plain(from), length);
+  onRequest_(request);
+}
+
+}  // namespace brimlo

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QSocketNotifier>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/posix/file_descriptor.h"
+#include "platform/system_log.h"
+
+namespace brimlo {
+
+/// What a second start asks of the program that runs.
+enum class InstanceRequest : unsigned char { kOpenMenu = 1, kQuickPaste = 2 };
+
+/// Where the program that works in `dataFolder` is asked: a socket in the user's runtime folder, or
+/// else in that folder.
+std::string instanceSocketPath(const std::string& dataFolder);
+
+/// Asks the program that serves `path`. Returns whether it has answered within `patience`.
+bool askRunningInstance(const std::string& path, InstanceRequest request,
+                        std::chrono::milliseconds patience);
+
+/// Serves such requests, for its own life. Main thread.
+class RunningInstance {
+ public:
+  /// Replaces what an earlier program left at `path`. A socket that cannot be made is logged.
+  RunningInstance(std::string path, SystemLog& log, std::function<void(InstanceRequest)> onRequest);
+  ~RunningInstance();
+
+ private:
+  void serve();
+
+  std::string path_;
+  FileDescriptor socket_;
+  std::unique_ptr<QSocketNotifier> readable_;
+  std::function<void(InstanceRequest)> onRequest_;
+};
+
+}  // namespace brimlo

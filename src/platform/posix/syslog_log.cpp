@@ -1,0 +1,27 @@
+#include "platform/posix/syslog_log.h"
+
+#include <syslog.h>
+#include <unistd.h>
+
+#include <string>
+
+namespace brimlo {
+
+SyslogLog::SyslogLog() {
+  openlog("brimlo", LOG_PID, LOG_USER);
+}
+
+SyslogLog::~SyslogLog() {
+  closelog();
+}
+
+void SyslogLog::write(std::string_view message) {
+  std::string line = "[BrimloMac] ";
+  line += message;
+  syslog(LOG_INFO, "%s", line.c_str());
+  line += '\n';
+  // Nobody may be reading any more; that is no reason to stop.
+  [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, line.data(), line.size());
+}
+
+}  // namespace brimlo

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <xcb/xcb.h>
+#include <xcb/xfixes.h>
+
+#include <QTimer>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/pasteboard.h"
+#include "platform/system_log.h"
+#include "platform/x11/selection_reader.h"
+#include "platform/x11/selection_server.h"
+#include "platform/x11/x11_connection.h"
+
+namespace brimlo {
+
+/// The CLIPBOARD selection as a pasteboard.
+///
+/// The server tells of every new owner, and of every owner that went away. New contents are read
+/// at once in the background, and become current when that is done. When the owner of the current
+/// text goes away without having given the selection up, the text is offered by this program.
+class X11Pasteboard : public Pasteboard {
+ public:
+  /// Takes over the events of `x11`.
+  X11Pasteboard(X11Connection& x11, SystemLog& log);
+
+  std::int64_t changeCount() const override { return changeCount_; }
+  std::optional<std::string> string() const override;
+  void clearContents() override;
+  void setString(std::string text) override;
+  void whenTaken(std::function<void()> then) override;
+
+  /// Takes the PRIMARY selection too, with the current text, for the applications that paste that;
+  /// then calls `then`. Requests made from within it are carried out after the taking.
+  void offerAsPrimary(std::function<void()> then);
+
+  /// Has the desktop's clipboard manager take over the text that this program offers, so that it
+  /// outlives the program (freedesktop.org's clipboard manager convention), and waits for that, as
+  /// long as the transfer goes on and `patience` lasts. Where this program offers nothing, or there
+  /// is no manager, returns at once. To be called after the run loop has
+  /// ended.
+  void handOver(std::chrono::milliseconds patience);
+
+ private:
+  using Text = std::shared_ptr<const std::string>;  // null: there is none
+
+  void handle(const xcb_generic_event_t& event);
+  void onOwnerChange(const xcb_xfixes_selection_notify_event_t& change);
+  void onRead(SelectionContents contents);
+  void becomeCurrent(Text text);
+  void claim(Text text);
+  void askTime();
+  void onTime(xcb_timestamp_t time);
+  void taken();
+  void checkTaking();
+  void own(Text text, xcb_timestamp_t time);
+
+  X11Connection& x11_;
+  SystemLog& log_;
+  SelectionReader reader_;
+  SelectionServer server_;
+  SelectionServer primary_;
+  xcb_window_t window_;  // the owner of what this program offers
+
+  std::int64_t changeCount_ = 0;
+  Text text_;  // of the contents that changeCount_ counts
+
+  bool readingInitial_ = false;  // what is being read was there before this object
+  bool cleared_ = false;         // the contents are those of the last clearContents
+  // When the owner of the contents, current or being read, went away.
+  std::optional<xcb_timestamp_t> ownerGoneAt_;
+
+  // The selection is claimed as of the server's time, which has to be asked for; until that has
+  // come the text to offer waits here. The inner null means to leave it without an owner.
+  std::optional<Text> claim_;
+  std::vector<std::function<void()>> primaryClaims_;  // what to do once PRIMARY is taken, too
+  bool timeAsked_ = false;
+  Text offered_;                               // what the selection was last claimed for
+  std::optional<xcb_timestamp_t> disownedAt_;  // when it was last left without an owner, by us
+
+  bool handedOver_ = false;  // the clipboard manager has taken the text, or says that it does not
+  std::function<void()> whenTaken_;
+  QTimer takingTimer_;  // runs while whenTaken_ waits
+};
+
+}  // namespace brimlo

@@ -1,0 +1,155 @@
+#include "platform/x11/x11_window_server.h"
+
+#include <string>
+#include <utility>
+
+namespace brimlo {
+
+X11WindowServer::X11WindowServer(X11Connection& x11, X11Workspace& workspace)
+    : x11_(x11), workspace_(workspace), time_(x11), compositingManager_(XCB_ATOM_NONE) {
+  const std::string name = "_NET_WM_CM_S" + std::to_string(x11_.screen());
+  const auto atom = x11_.waitFor(
+      xcb_intern_atom_reply,
+      xcb_intern_atom(x11_.xcb(), 0, static_cast<std::uint16_t>(name.size()), name.data()));
+  if (atom) compositingManager_ = atom->atom;
+  x11_.addEventHandler([this](const xcb_generic_event_t& event) { handle(event); });
+}
+
+void X11WindowServer::takeKeyboard(std::uint64_t window, std::function<void()> onLost) {
+  const auto lost = std::exchange(onLost_, std::move(onLost));
+  const auto taker = static_cast<xcb_window_t>(window);
+  if (taker == window_ && state_ != State::kIdle) return;
+  // One of this program's windows after the other: both took it from the same application.
+  if (state_ == State::kHasKeyboard && hasFocus()) restoreFocus();
+  if (state_ != State::kIdle) workspace_.releaseFront();
+  window_ = taker;
+  state_ = State::kUntilMapped;
+  const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_FOCUS_CHANGE;
+  xcb_change_window_attributes(x11_.xcb(), window_, XCB_CW_EVENT_MASK, &events);
+  if (isViewable(window_)) onMapped();
+  if (lost) lost();
+}
+
+void X11WindowServer::giveKeyboardBack(std::uint64_t window) {
+  if (static_cast<xcb_window_t>(window) != window_) return;
+  const State was = std::exchange(state_, State::kIdle);
+  onLost_ = nullptr;
+  if (was == State::kHasKeyboard && hasFocus()) restoreFocus();
+  workspace_.releaseFront();
+}
+
+bool X11WindowServer::isCompositing() {
+  const auto owner = x11_.waitFor(xcb_get_selection_owner_reply,
+                                  xcb_get_selection_owner(x11_.xcb(), compositingManager_));
+  return owner && owner->owner != XCB_NONE;
+}
+
+void X11WindowServer::handle(const xcb_generic_event_t& event) {
+  switch (event.response_type & 0x7F) {
+    case XCB_MAP_NOTIFY:
+      if (state_ == State::kUntilMapped &&
+          reinterpret_cast<const xcb_map_notify_event_t&>(event).window == window_) {
+        onMapped();
+      }
+      break;
+    case XCB_UNMAP_NOTIFY:
+      if (state_ != State::kIdle &&
+          reinterpret_cast<const xcb_unmap_notify_event_t&>(event).window == window_) {
+        onUnmapped();
+      }
+      break;
+    case XCB_DESTROY_NOTIFY:
+      if (reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == window_) {
+        state_ = State::kIdle;
+        window_ = XCB_NONE;
+        workspace_.releaseFront();
+      }
+      break;
+    case XCB_FOCUS_OUT:
+      onFocusOut(reinterpret_cast<const xcb_focus_out_event_t&>(event));
+      break;
+    default:
+      break;
+  }
+}
+
+void X11WindowServer::onMapped() {
+  state_ = State::kUntilTime;
+  time_.now([this, window = window_](xcb_timestamp_t time) {
+    if (state_ == State::kUntilTime && window == window_) takeAt(time);
+  });
+}
+
+void X11WindowServer::onUnmapped() {
+  const State was = std::exchange(state_, State::kUntilMapped);
+  // Hidden and shown again at once, the window takes the focus anew when that is told.
+  if (was == State::kHasKeyboard && !isViewable(window_)) lose();
+}
+
+void X11WindowServer::takeAt(xcb_timestamp_t time) {
+  const auto focus = x11_.waitFor(xcb_get_input_focus_reply, xcb_get_input_focus(x11_.xcb()));
+  if (focus && focus->focus != window_) {
+    before_ = focus->focus;
+    beforeRevertsTo_ = focus->revert_to;
+    workspace_.holdFront();
+    // On the way from one application to the next, the focus is with a window of the manager's.
+    const auto front = workspace_.frontmostApplication();
+    if (front && workspace_.topLevelOf(before_) != front->window) {
+      before_ = static_cast<xcb_window_t>(front->window);
+    }
+  }
+  takenAt_ = time;
+  xcb_set_input_focus(x11_.xcb(), XCB_INPUT_FOCUS_PARENT, window_, time);
+  if (hasFocus()) {
+    state_ = State::kHasKeyboard;
+  } else if (isViewable(window_)) {
+    lose();  // to somebody who was later
+  } else {
+    state_ = State::kUntilMapped;
+  }
+}
+
+void X11WindowServer::onFocusOut(const xcb_focus_out_event_t& event) {
+  // While a key is grabbed, for a hotkey, the keyboard has not gone anywhere.
+  const bool grabbed = event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_UNGRAB;
+  const bool within =
+      event.detail == XCB_NOTIFY_DETAIL_INFERIOR || event.detail == XCB_NOTIFY_DETAIL_POINTER;
+  if (event.event != window_ || state_ != State::kHasKeyboard || grabbed || within) return;
+  lose();
+}
+
+void X11WindowServer::lose() {
+  state_ = State::kIdle;
+  workspace_.releaseFront();
+  if (const auto lost = std::exchange(onLost_, nullptr)) lost();
+}
+
+/// With the time at which the focus was taken: whatever the person has chosen since, by a click
+/// say, is newer and wins, also when the window manager comes to it only later.
+void X11WindowServer::restoreFocus() {
+  const bool isWindow = before_ > XCB_INPUT_FOCUS_POINTER_ROOT;
+  const bool there = !isWindow || isViewable(before_);
+  if (!there) {
+    before_ = XCB_INPUT_FOCUS_POINTER_ROOT;
+    beforeRevertsTo_ = XCB_INPUT_FOCUS_POINTER_ROOT;
+  }
+  xcb_set_input_focus(x11_.xcb(), beforeRevertsTo_, before_, takenAt_);
+  if (!there) {
+    if (const auto front = workspace_.frontmostApplication()) workspace_.activate(*front);
+  }
+  // The window may be hidden, on another connection, once the server has done it.
+  hasFocus();
+}
+
+bool X11WindowServer::hasFocus() {
+  const auto focus = x11_.waitFor(xcb_get_input_focus_reply, xcb_get_input_focus(x11_.xcb()));
+  return focus && focus->focus == window_;
+}
+
+bool X11WindowServer::isViewable(xcb_window_t window) {
+  const auto attributes =
+      x11_.waitFor(xcb_get_window_attributes_reply, xcb_get_window_attributes(x11_.xcb(), window));
+  return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+}  // namespace brimlo
