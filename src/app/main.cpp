@@ -176,7 +176,7 @@ int main(int argc, char** argv) {
   X11KeyEvents keys(*x11.connection, keyboard, workspace, pasteboard, runLoop, notifications,
                     strings);
   QtScreens screens;
-  UnixSignals signals;
+  UnixSignals signals(runLoop);
   const QtEntitlements entitlements;
   AccountDatabase cloud(
       {.accountFile = settingsFolder + "/account", .embedded = dataFolder + "/sync.sqlite"},
@@ -271,10 +271,12 @@ int main(int argc, char** argv) {
        .makePanel = makeMenuPanel});
   TrayItem tray(screens, log);
   tray.show([&](const Rect& item) { menuBar.toggle(item); });
-  const RunningInstance instance(instanceSocketPath(dataFolder), log, [&](InstanceRequest request) {
-    if (request == InstanceRequest::kQuickPaste) return model.showQuickPaste();
-    menuBar.open(tray.frame());
-  });
+  const RunningInstance instance(instanceSocketPath(dataFolder), runLoop, log,
+                                 [&](InstanceRequest request) {
+                                   if (request == InstanceRequest::kQuickPaste)
+                                     return model.showQuickPaste();
+                                   menuBar.open(tray.frame());
+                                 });
   if (start == Start::kQuickPaste) runLoop.async([&] { model.showQuickPaste(); });
 
   runLoop.asyncAfter(std::chrono::milliseconds(500), [&] {

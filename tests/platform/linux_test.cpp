@@ -21,6 +21,7 @@
 #include "platform/posix/worker_thread.h"
 #include "platform/qt/ini_user_defaults.h"
 #include "platform/qt/qt_entitlements.h"
+#include "platform/qt/qt_run_loop.h"
 #include "platform/qt/qt_strings.h"
 #include "platform/x11/x11_theme_name.h"
 #include "support/fakes.h"
@@ -248,7 +249,8 @@ TEST(QtStrings, FindsATextAndShowsTheKeyOfAMissingOne) {
 TEST(UnixSignals, RunTheirBlocksOnTheRunLoopAndLeaveIgnoredOnesAlone) {
   std::signal(SIGHUP, SIG_IGN);
   std::vector<int> seen;
-  UnixSignals signals;
+  QtRunLoop runLoop;
+  UnixSignals signals(runLoop);
   {
     std::vector<std::unique_ptr<SignalSource>> sources;
     for (const int signal : {SIGHUP, SIGUSR1, SIGUSR2}) {

@@ -73,7 +73,7 @@ bool askRunningInstance(const std::string& path, InstanceRequest request,
   return recv(asking.get(), &answer, 1, 0) == 1 && answer == kDone;
 }
 
-RunningInstance::RunningInstance(std::string path, SystemLog& log,
+RunningInstance::RunningInstance(std::string path, DescriptorWatches& watches, SystemLog& log,
                                  std::function<void(InstanceRequest)> onRequest)
     : path_(std::move(path)), onRequest_(std::move(onRequest)) {
   const auto address = addressOf(path_);
@@ -85,13 +85,11 @@ RunningInstance::RunningInstance(std::string path, SystemLog& log,
     return;
   }
   socket_ = std::move(made);
-  readable_ = std::make_unique<QSocketNotifier>(socket_.get(), QSocketNotifier::Read);
-  QObject::connect(readable_.get(), &QSocketNotifier::activated, readable_.get(),
-                   [this] { serve(); });
+  readable_ = watches.whenReadable(socket_.get(), [this] { serve(); });
 }
 
 RunningInstance::~RunningInstance() {
-  if (readable_) unlink(path_.c_str());
+  if (socket_) unlink(path_.c_str());
 }
 
 void RunningInstance::serve() {

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <QSocketNotifier>
 #include <chrono>
 #include <functional>
-#include <memory>
 #include <string>
 
+#include "platform/descriptor_watches.h"
 #include "platform/posix/file_descriptor.h"
 #include "platform/system_log.h"
 
@@ -26,7 +25,8 @@ bool askRunningInstance(const std::string& path, InstanceRequest request,
 class RunningInstance {
  public:
   /// Replaces what an earlier program left at `path`. A socket that cannot be made is logged.
-  RunningInstance(std::string path, SystemLog& log, std::function<void(InstanceRequest)> onRequest);
+  RunningInstance(std::string path, DescriptorWatches& watches, SystemLog& log,
+                  std::function<void(InstanceRequest)> onRequest);
   ~RunningInstance();
 
  private:
@@ -34,7 +34,7 @@ class RunningInstance {
 
   std::string path_;
   FileDescriptor socket_;
-  std::unique_ptr<QSocketNotifier> readable_;
+  Subscription readable_;
   std::function<void(InstanceRequest)> onRequest_;
 };
 

@@ -23,15 +23,13 @@ void onSignal(int signal) {
 
 }  // namespace
 
-UnixSignals::UnixSignals() {
+UnixSignals::UnixSignals(DescriptorWatches& watches) {
   std::array<int, 2> ends{-1, -1};
   if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
   reader_ = FileDescriptor(ends[0]);
   writer_ = FileDescriptor(ends[1]);
   wakeDescriptor = writer_.get();
-  readable_ = std::make_unique<QSocketNotifier>(reader_.get(), QSocketNotifier::Read);
-  QObject::connect(readable_.get(), &QSocketNotifier::activated, readable_.get(),
-                   [this] { drain(); });
+  readable_ = watches.whenReadable(reader_.get(), [this] { drain(); });
 }
 
 UnixSignals::~UnixSignals() {

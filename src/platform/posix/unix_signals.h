@@ -1,20 +1,21 @@
 #pragma once
 
-#include <QSocketNotifier>
 #include <functional>
 #include <map>
 #include <memory>
 
+#include "platform/descriptor_watches.h"
 #include "platform/posix/file_descriptor.h"
 #include "platform/signal_sources.h"
 
 namespace brimlo {
 
-/// Unix signals through a pipe that the main run loop reads. One object a process; it outlives its
-/// sources.
+/// Unix signals through a pipe that the main run loop reads. There is one such object in a process,
+/// and it outlives its sources.
 class UnixSignals : public SignalSources {
  public:
-  UnixSignals();
+  /// `watches` outlives the object.
+  explicit UnixSignals(DescriptorWatches& watches);
   ~UnixSignals() override;
 
   std::unique_ptr<SignalSource> make(int signal, std::function<void()> block) override;
@@ -26,7 +27,7 @@ class UnixSignals : public SignalSources {
   FileDescriptor reader_;
   FileDescriptor writer_;
   std::map<int, std::function<void()>> blocks_;
-  std::unique_ptr<QSocketNotifier> readable_;
+  Subscription readable_;
 };
 
 }  // namespace brimlo

@@ -1,6 +1,7 @@
 #include "platform/qt/qt_run_loop.h"
 
 #include <QCoreApplication>
+#include <QSocketNotifier>
 #include <QTimer>
 #include <utility>
 
@@ -41,6 +42,17 @@ void QtRunLoop::asyncAfter(std::chrono::milliseconds delay, std::function<void()
 std::unique_ptr<RepeatingTimer> QtRunLoop::scheduleRepeating(std::chrono::milliseconds interval,
                                                              std::function<void()> tick) {
   return std::make_unique<QtTimer>(interval, std::move(tick));
+}
+
+Subscription QtRunLoop::whenReadable(int descriptor, std::function<void()> onReadable) {
+  auto* notifier =
+      new QSocketNotifier(descriptor, QSocketNotifier::Read, QCoreApplication::instance());
+  QObject::connect(notifier, &QSocketNotifier::activated, notifier, std::move(onReadable));
+  return Subscription([notifier] {
+    // The subscription may end within `onReadable`, which the notifier holds.
+    notifier->setEnabled(false);
+    notifier->deleteLater();
+  });
 }
 
 }  // namespace brimlo
