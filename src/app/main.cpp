@@ -46,8 +46,7 @@
 #include "platform/x11/x11_window_server.h"
 #include "platform/x11/x11_workspace.h"
 #include "store/guarded_file.h"
-#include "store/template_file.h"
-#include "sync/record_conversions.h"
+#include "sync/local_templates.h"
 #include "ui/accessibility.h"
 #include "ui/popover.h"
 #include "updates/updater_model.h"
@@ -63,18 +62,6 @@ constexpr std::chrono::seconds kLastRun{1};
 constexpr std::chrono::seconds kHandOver{2};
 /// How long a second start waits for the one that runs.
 constexpr std::chrono::seconds kAnswer{3};
-
-/// The templates that this machine has, for a database that has none yet.
-std::vector<RecordPtr> localTemplates(const std::string& dataFolder) {
-  std::vector<RecordPtr> records;
-  const auto file = PosixFileSystem().read(dataFolder + "/templates.json");
-  if (!file.contents) return records;
-  for (const Template& found :
-       decodeTemplates(*file.contents).value.value_or(std::vector<Template>())) {
-    records.push_back(std::make_shared<CloudRecord>(recordFromTemplate(found)));
-  }
-  return records;
-}
 
 /// Has the program that runs in `dataFolder` do what this start is for. Returns the exit status.
 int handOver(Start start, const std::string& dataFolder, SystemLog& log) {
@@ -180,7 +167,8 @@ int main(int argc, char** argv) {
   const QtEntitlements entitlements;
   AccountDatabase cloud(
       {.accountFile = settingsFolder + "/account", .embedded = dataFolder + "/sync.sqlite"},
-      [dataFolder] { return localTemplates(dataFolder); }, PostgresPatience{}, log);
+      [dataFolder] { return localTemplateRecords(PosixFileSystem(), dataFolder); },
+      PostgresPatience{}, log);
   WorkerThread worker;
 
   // The palette's first showing must take no longer than the others, but fonts, symbols and the

@@ -5,6 +5,7 @@
 #include "support/fake_cloud.h"
 #include "support/fake_file_system.h"
 #include "support/fakes.h"
+#include "sync/local_templates.h"
 #include "sync/record_conversions.h"
 
 namespace brimlo {
@@ -57,10 +58,14 @@ TEST_F(SyncSchedulerTest, ARunBringsTheCloudHereAndSaysSo) {
   for (int i = 0; i < 12; ++i) inCloud(std::to_string(i), i);
   for (const char* id : {"old", "new", "middle"}) templateInCloud(id, id[0]);
   EXPECT_EQ(scheduler.syncStatus().value(), "sync.status.idle");
+  EXPECT_TRUE(localTemplateRecords(files, "/data").empty());
   sync();
   EXPECT_EQ(ids().front(), "11");
   EXPECT_EQ(templates.templates().value()[0].id, "old");
   EXPECT_EQ(templates.templates().value()[2].id, "middle");
+  ASSERT_EQ(localTemplateRecords(files, "/data").size(), 3u) << "what a new database begins with";
+  EXPECT_EQ(*localTemplateRecords(files, "/data")[0],
+            recordFromTemplate(templates.templates().value()[0]));
   EXPECT_EQ(scheduler.syncStatus().value(), "sync.status.done 12");
   EXPECT_EQ(log.lines, std::vector<std::string>{"sync ok: 12 clips, 3 templates, 0 new action"});
   const int writes = files.writes;
