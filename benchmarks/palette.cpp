@@ -49,9 +49,9 @@ void benchView(const ClipList& clips) {
                                      return std::make_unique<test::FakePanel>(panel);
                                    }});
   controller.setClipsProvider([&] { return clips; });
-  QuickPasteView view(
-      controller.state(), [](const char* key) { return std::string(key); },
-      [] { return std::string(); });
+  const test::FakeStrings strings;
+  const test::FakePasteboard pasteboard;
+  QuickPasteView view(controller.state(), strings, pasteboard);
   view.resize(view.sizeHint());
   view.setAttribute(Qt::WA_DontShowOnScreen);
   view.show();

@@ -175,11 +175,9 @@ int main(int argc, char** argv) {
   // window take their time: so they are made while nobody waits.
   std::unique_ptr<QtKeyablePanel> prepared;
   bool paletteMade = false;
-  const auto text = [&](const char* key) { return strings.text(key); };
-  const auto clipboard = [&] { return pasteboard.string().value_or(std::string()); };
   const auto makePanel = [&](QuickPasteViewState& state) {
     paletteMade = true;
-    auto view = std::make_unique<QuickPasteView>(state, text, clipboard);
+    auto view = std::make_unique<QuickPasteView>(state, strings, pasteboard);
     const auto opaqueShape = [view = view.get()] { return view->opaqueShape(); };
     return std::make_unique<QtKeyablePanel>(std::move(view), opaqueShape, windowServer);
   };
@@ -202,7 +200,7 @@ int main(int argc, char** argv) {
   };
   const auto makeOnboardingWindow = [&](OnboardingViewState& state) {
     return std::make_unique<QtTitledWindow>(
-        std::make_unique<OnboardingView>(state, text, clipboard),
+        std::make_unique<OnboardingView>(state, strings, pasteboard),
         strings.text("onboarding.window_title"), workspace);
   };
 
@@ -237,7 +235,7 @@ int main(int argc, char** argv) {
   QtUrlOpener urls;
   const auto makeUpdatesWindow = [&](UpdatesViewState& state) {
     return std::make_unique<QtTitledWindow>(
-        std::make_unique<UpdatesView>(state, appearance.value(), text),
+        std::make_unique<UpdatesView>(state, appearance.value(), strings),
         strings.text("updates.window_title"), workspace);
   };
   UpdaterModel updater({.clock = clock,

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QPainter>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "ui/color.h"
@@ -112,8 +113,9 @@ ui::Button* filledButton(const QString& label, const ui::TextStyle& style, const
 
 }  // namespace
 
-OnboardingView::OnboardingView(OnboardingViewState& state, Text text, Clipboard clipboard)
-    : state_(state), text_(std::move(text)), clipboard_(std::move(clipboard)) {
+OnboardingView::OnboardingView(OnboardingViewState& state, const LocalizedStrings& strings,
+                               const Pasteboard& pasteboard)
+    : state_(state), strings_(strings), pasteboard_(pasteboard) {
   setFixedSize(kWidth, kHeight);
   auto* content = new QWidget;
   pages_ = new QStackedLayout(content);
@@ -133,7 +135,7 @@ OnboardingView::OnboardingView(OnboardingViewState& state, Text text, Clipboard 
 }
 
 QString OnboardingView::text(const char* key) const {
-  return QString::fromStdString(text_(key));
+  return QString::fromStdString(strings_.text(key));
 }
 
 QWidget* OnboardingView::hero(const char* symbol, const char* title, const char* body) {
@@ -213,7 +215,7 @@ QWidget* OnboardingView::pasteCard() {
 QWidget* OnboardingView::practiceField() {
   constexpr double kRadius = 5;
   field_ = new ui::TextField(
-      ui::kCallout, {.text = kInk, .placeholder = faded(kSubInk, 0.7), .tint = kMoss}, clipboard_);
+      ui::kCallout, {.text = kInk, .placeholder = faded(kSubInk, 0.7), .tint = kMoss}, pasteboard_);
   const QString placeholder = text("onboarding.practice.paste_placeholder");
   field_->setPlaceholderText(placeholder);
   field_->setAccessibleName(placeholder);

@@ -2,12 +2,12 @@
 
 #include <QStackedLayout>
 #include <QWidget>
-#include <functional>
-#include <string>
 #include <vector>
 
 #include "base/published.h"
 #include "onboarding/onboarding_view_state.h"
+#include "platform/localized_strings.h"
+#include "platform/pasteboard.h"
 #include "ui/button.h"
 #include "ui/cross_fade.h"
 #include "ui/shape_box.h"
@@ -20,13 +20,9 @@ namespace brimlo {
 /// reports what is pressed. Main thread.
 class OnboardingView : public QWidget {
  public:
-  /// The text of a key of the string tables.
-  using Text = std::function<std::string(const char* key)>;
-  /// The pasteboard's text, for the practice field.
-  using Clipboard = std::function<std::string()>;
-
-  /// `state` outlives the view.
-  OnboardingView(OnboardingViewState& state, Text text, Clipboard clipboard);
+  /// All of it outlives the view; the practice field pastes from `pasteboard`.
+  OnboardingView(OnboardingViewState& state, const LocalizedStrings& strings,
+                 const Pasteboard& pasteboard);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -47,8 +43,8 @@ class OnboardingView : public QWidget {
   void showStep(std::int64_t step);
 
   OnboardingViewState& state_;
-  Text text_;
-  Clipboard clipboard_;
+  const LocalizedStrings& strings_;
+  const Pasteboard& pasteboard_;
   QStackedLayout* pages_;
   QWidget* dots_;
   ui::Button* back_;

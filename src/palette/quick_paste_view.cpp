@@ -20,17 +20,18 @@ constexpr double kCornerRadius = 14;
 
 }  // namespace
 
-QuickPasteView::QuickPasteView(QuickPasteViewState& state, const Text& text, Clipboard clipboard)
+QuickPasteView::QuickPasteView(QuickPasteViewState& state, const LocalizedStrings& strings,
+                               const Pasteboard& pasteboard)
     : state_(state),
-      noMatchText_(QString::fromStdString(text("palette.no_match"))),
-      emptyText_(QString::fromStdString(text("palette.empty"))),
+      noMatchText_(QString::fromStdString(strings.text("palette.no_match"))),
+      emptyText_(QString::fromStdString(strings.text("palette.empty"))),
       rows_(state, colors_),
       searchField_(new ui::TextField(ui::kCallout,
                                      {.text = colors_.textPrimary,
                                       .placeholder = colors_.textSecondary,
                                       .tint = colors_.mossLight},
-                                     std::move(clipboard))) {
-  const QString placeholder = QString::fromStdString(text("palette.filter_placeholder"));
+                                     pasteboard)) {
+  const QString placeholder = QString::fromStdString(strings.text("palette.filter_placeholder"));
   searchField_->setPlaceholderText(placeholder);
   searchField_->setAccessibleName(placeholder);
   const ui::CapsuleTab::Colors tabColors{.selectedFill = colors_.moss,
@@ -38,7 +39,7 @@ QuickPasteView::QuickPasteView(QuickPasteViewState& state, const Text& text, Cli
                                          .selectedText = ui::white(1),
                                          .text = colors_.textSecondary};
   const auto tab = [&](const char* key, QuickPasteSection section) {
-    auto* made = new ui::CapsuleTab(QString::fromStdString(text(key)), tabColors);
+    auto* made = new ui::CapsuleTab(QString::fromStdString(strings.text(key)), tabColors);
     connect(made, &QAbstractButton::clicked, this, [this, section] {
       if (state_.onSectionChange) state_.onSectionChange(section);
     });
@@ -46,19 +47,19 @@ QuickPasteView::QuickPasteView(QuickPasteViewState& state, const Text& text, Cli
   };
   clipsTab_ = tab("palette.tab_clips", QuickPasteSection::kClips);
   templatesTab_ = tab("palette.tab_templates", QuickPasteSection::kTemplates);
-  setAccessibleName(QString::fromStdString(text("palette.title")));
+  setAccessibleName(QString::fromStdString(strings.text("palette.title")));
   ui::layOutColumn(*this, {.padding = ui::padding(kMargin, kMargin)},
-                   {titleRow(text), tabRow(), ui::divider(ui::white(0.08)), listArea(),
-                    ui::divider(ui::white(0.08)), hintBar(text)});
+                   {titleRow(strings), tabRow(), ui::divider(ui::white(0.08)), listArea(),
+                    ui::divider(ui::white(0.08)), hintBar(strings)});
   setFixedWidth(kCardWidth + 2 * kMargin);
   observe();
 }
 
-QWidget* QuickPasteView::titleRow(const Text& text) {
+QWidget* QuickPasteView::titleRow(const LocalizedStrings& strings) {
   return ui::row({.spacing = 8, .padding = {14, 12, 14, 8}},
                  {new ui::Symbol("square.stack.3d.up.fill", ui::kBody, colors_.mossLight),
-                  new ui::Label(QString::fromStdString(text("palette.title")), ui::kHeadline,
-                                colors_.textPrimary),
+                  new ui::Label(QString::fromStdString(strings.text("palette.title")),
+                                ui::kHeadline, colors_.textPrimary),
                   ui::Spacer(), filterBox()});
 }
 
@@ -96,13 +97,14 @@ QWidget* QuickPasteView::listArea() {
   return area;
 }
 
-QWidget* QuickPasteView::hintBar(const Text& text) {
+QWidget* QuickPasteView::hintBar(const LocalizedStrings& strings) {
   counter_ = new ui::Label("", ui::kSmallCaption.withMonospacedDigits(), colors_.textSecondary);
   return ui::row(
       {.spacing = 12, .padding = ui::padding(14, 8)},
-      {hint("⇥", text("palette.hint.tab")), hint("↑↓", text("palette.hint.select")),
-       hint("←→", text("palette.hint.page")), hint("1–9", text("palette.hint.paste_direct")),
-       hint("esc", text("palette.hint.close")), ui::Spacer(), counter_->rigid()});
+      {hint("⇥", strings.text("palette.hint.tab")), hint("↑↓", strings.text("palette.hint.select")),
+       hint("←→", strings.text("palette.hint.page")),
+       hint("1–9", strings.text("palette.hint.paste_direct")),
+       hint("esc", strings.text("palette.hint.close")), ui::Spacer(), counter_->rigid()});
 }
 
 QWidget* QuickPasteView::hint(const char* keys, const std::string& label) {

@@ -3,13 +3,14 @@
 #include <QImage>
 #include <QRegion>
 #include <QWidget>
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "base/published.h"
 #include "palette/quick_paste_rows.h"
 #include "palette/quick_paste_view_state.h"
+#include "platform/localized_strings.h"
+#include "platform/pasteboard.h"
 #include "ui/capsule_tab.h"
 #include "ui/label.h"
 #include "ui/row_list.h"
@@ -22,13 +23,9 @@ namespace brimlo {
 /// key hints. It shows what the state says, writes the query, and reports clicks. Main thread.
 class QuickPasteView : public QWidget {
  public:
-  /// The text of a key of the string tables.
-  using Text = std::function<std::string(const char* key)>;
-  /// The pasteboard's text, for the filter field.
-  using Clipboard = std::function<std::string()>;
-
-  /// `state` outlives the view.
-  QuickPasteView(QuickPasteViewState& state, const Text& text, Clipboard clipboard);
+  /// `state` and `pasteboard` outlive the view; the filter field pastes from the latter.
+  QuickPasteView(QuickPasteViewState& state, const LocalizedStrings& strings,
+                 const Pasteboard& pasteboard);
 
   /// The part of the view that the card covers, without its shadow.
   QRegion opaqueShape() const;
@@ -37,11 +34,11 @@ class QuickPasteView : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  QWidget* titleRow(const Text& text);
+  QWidget* titleRow(const LocalizedStrings& strings);
   QWidget* filterBox();
   QWidget* tabRow();
   QWidget* listArea();
-  QWidget* hintBar(const Text& text);
+  QWidget* hintBar(const LocalizedStrings& strings);
   QWidget* hint(const char* keys, const std::string& label);
   QRectF card() const;
   void observe();

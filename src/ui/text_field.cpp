@@ -8,7 +8,6 @@
 #include <QProxyStyle>
 #include <QStyleHints>
 #include <QTimerEvent>
-#include <utility>
 
 namespace brimlo::ui {
 namespace {
@@ -24,9 +23,8 @@ class CaretlessStyle : public QProxyStyle {
 
 }  // namespace
 
-TextField::TextField(const TextStyle& style, const Colors& colors,
-                     std::function<std::string()> clipboard)
-    : tint_(colors.tint), clipboard_(std::move(clipboard)) {
+TextField::TextField(const TextStyle& style, const Colors& colors, const Pasteboard& pasteboard)
+    : tint_(colors.tint), pasteboard_(pasteboard) {
   auto* caretless = new CaretlessStyle;
   caretless->setParent(this);
   setStyle(caretless);
@@ -69,7 +67,7 @@ void TextField::paintEvent(QPaintEvent* event) {
 
 void TextField::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Paste)) {
-    insert(QString::fromStdString(clipboard_()));
+    insert(QString::fromStdString(pasteboard_.string().value_or(std::string())));
     return;
   }
   QLineEdit::keyPressEvent(event);

@@ -3,17 +3,16 @@
 #include <QBasicTimer>
 #include <QColor>
 #include <QLineEdit>
-#include <functional>
-#include <string>
 
+#include "platform/pasteboard.h"
 #include "ui/text_style.h"
 
 namespace brimlo::ui {
 
 /// A single-line text field without a frame, whose caret and selection are tinted.
 ///
-/// It pastes what `clipboard` gives, not the toolkit's clipboard: that waits for the clipboard's
-/// owner, and where that is this very process, the wait would be in vain.
+/// It pastes from `pasteboard`. Reading the toolkit's clipboard waits for the clipboard's owner,
+/// which may be this very process: then nobody would ever answer.
 class TextField : public QLineEdit {
  public:
   struct Colors {
@@ -21,7 +20,8 @@ class TextField : public QLineEdit {
     QColor placeholder;
     QColor tint;
   };
-  TextField(const TextStyle& style, const Colors& colors, std::function<std::string()> clipboard);
+  /// `pasteboard` outlives the field.
+  TextField(const TextStyle& style, const Colors& colors, const Pasteboard& pasteboard);
 
   /// Room around the text that belongs to the field: a click there goes into it.
   void setPadding(int horizontal, int vertical);
@@ -41,7 +41,7 @@ class TextField : public QLineEdit {
   void showCaret();
 
   QColor tint_;
-  std::function<std::string()> clipboard_;
+  const Pasteboard& pasteboard_;
   int verticalPadding_ = 0;
   QBasicTimer blink_;
   bool caretShown_ = false;

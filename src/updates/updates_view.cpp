@@ -6,7 +6,6 @@
 #include <QScrollBar>
 #include <QTextDocumentFragment>
 #include <QVBoxLayout>
-#include <utility>
 
 #include "ui/button.h"
 #include "ui/label.h"
@@ -29,8 +28,8 @@ const QColor kMoss = ui::moss();
 }  // namespace
 
 UpdatesView::UpdatesView(UpdatesViewState& state, const Published<Appearance>& appearance,
-                         Text text)
-    : state_(state), appearance_(appearance), text_(std::move(text)) {
+                         const LocalizedStrings& strings)
+    : state_(state), appearance_(appearance), strings_(strings) {
   ui::layOutColumn(*this, {}, {});
   layout()->setSizeConstraint(QLayout::SetFixedSize);
   build();
@@ -39,7 +38,7 @@ UpdatesView::UpdatesView(UpdatesViewState& state, const Published<Appearance>& a
 }
 
 QString UpdatesView::text(const char* key) const {
-  return QString::fromStdString(text_(key));
+  return QString::fromStdString(strings_.text(key));
 }
 
 void UpdatesView::build() {

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 #include <string>
 
 #include "base/published.h"
 #include "platform/appearance.h"
+#include "platform/localized_strings.h"
 #include "updates/updates_view_state.h"
 
 namespace brimlo {
@@ -14,10 +14,9 @@ namespace brimlo {
 /// it. Light or dark as the desktop is. Main thread.
 class UpdatesView : public QWidget {
  public:
-  using Text = std::function<std::string(const char* key)>;
-
-  /// `state` and `appearance` outlive the view.
-  UpdatesView(UpdatesViewState& state, const Published<Appearance>& appearance, Text text);
+  /// All of it outlives the view.
+  UpdatesView(UpdatesViewState& state, const Published<Appearance>& appearance,
+              const LocalizedStrings& strings);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -31,7 +30,7 @@ class UpdatesView : public QWidget {
 
   UpdatesViewState& state_;
   const Published<Appearance>& appearance_;
-  Text text_;
+  const LocalizedStrings& strings_;
   QWidget* content_ = nullptr;
   QWidget* focused_ = nullptr;  // the button that Return presses
   Subscription contentChanges_;
