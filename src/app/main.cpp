@@ -47,8 +47,8 @@
 #include "platform/x11/x11_workspace.h"
 #include "store/guarded_file.h"
 #include "sync/local_templates.h"
-#include "ui/accessibility.h"
 #include "ui/popover.h"
+#include "ui/screen_reader.h"
 #include "updates/updater_model.h"
 #include "updates/updates_view.h"
 
@@ -139,7 +139,7 @@ int main(int argc, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setDesktopFileName("org.brimlo.Brimlo");
   QApplication::setWindowIcon(QIcon::fromTheme("brimlo", programIcon()));
-  ui::installAccessibility();
+  ui::installScreenReaderSupport();
   x11.connection->serve();
 
   const std::string settingsFolder =

@@ -1,4 +1,4 @@
-#include "ui/accessibility.h"
+#include "ui/screen_reader.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -175,7 +175,7 @@ QAccessibleInterface* make(const QString&, QObject* object) {
 
 }  // namespace
 
-void installAccessibility() {
+void installScreenReaderSupport() {
   QAccessible::installFactory(make);
 }
 
