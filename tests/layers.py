@@ -33,6 +33,7 @@ VIEWS = {
     "palette/quick_paste_view",
     "onboarding/onboarding_view",
     "menu/menu_content_view",
+    "menu/menu_popover",
     "menu/menu_rows",
     "updates/updates_view",
 }

@@ -9,6 +9,7 @@
 #include "app/tray_item.h"
 #include "menu/menu_bar_controller.h"
 #include "menu/menu_content_view.h"
+#include "menu/menu_popover.h"
 #include "onboarding/onboarding_view.h"
 #include "palette/quick_paste_view.h"
 #include "platform/cloud/account_database.h"
@@ -47,7 +48,6 @@
 #include "platform/x11/x11_workspace.h"
 #include "store/guarded_file.h"
 #include "sync/local_templates.h"
-#include "ui/popover.h"
 #include "ui/screen_reader.h"
 #include "updates/updater_model.h"
 #include "updates/updates_view.h"
@@ -83,21 +83,6 @@ UpdateSettings updateSettings() {
   return {.feed = bundled["feed"].toString().toStdString(),
           .checksAutomatically = bundled["checksAutomatically"].toBool(),
           .intervalSeconds = bundled["intervalSeconds"].toDouble()};
-}
-
-/// The menu window's content on a card of its own.
-std::unique_ptr<ui::Popover> makeMenuPopover(MenuContentModel& content,
-                                             const Published<Appearance>& appearance) {
-  auto* view = new MenuContentView(content, appearance);
-  auto popover = std::make_unique<ui::Popover>(view);
-  const auto color = [view, popover = popover.get()] {
-    popover->setColors(view->colors().surface, view->colors().border);
-  };
-  color();
-  view->setOnColorsChange(color);
-  popover->setFocusProxy(view);
-  popover->setWindowTitle("Brimlo");
-  return popover;
 }
 
 }  // namespace
@@ -188,7 +173,7 @@ int main(int argc, char** argv) {
   const X11ThemeName themeName(*x11.connection);
   const DesktopAppearance appearance(themeName.value());
   const auto makeMenuPanel = [&](MenuContentModel& content) -> std::unique_ptr<KeyablePanel> {
-    auto popover = makeMenuPopover(content, appearance.value());
+    auto popover = std::make_unique<MenuPopover>(content, appearance.value());
     const auto opaqueShape = [popover = popover.get()] { return popover->opaqueShape(); };
     return std::make_unique<QtKeyablePanel>(std::move(popover), opaqueShape, windowServer);
   };

@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QVBoxLayout>
+#include <functional>
 #include <utility>
 
 #include "ui/color.h"
@@ -48,17 +49,12 @@ MenuContentView::MenuContentView(MenuContentModel& model, const Published<Appear
   appearanceChanges_ = appearance.observeDistinct([this](const Appearance& now) {
     colors_ = ui::windowColors(now);
     build();
-    if (onColorsChange_) onColorsChange_();
   });
   contentChanges_ =
       model_.content().observeChanges([this](const MenuContent& content) { show(content); });
 }
 
 MenuContentView::~MenuContentView() = default;
-
-void MenuContentView::setOnColorsChange(std::function<void()> onChange) {
-  onColorsChange_ = std::move(onChange);
-}
 
 void MenuContentView::paintEvent(QPaintEvent*) {
   if (isWindow()) QPainter(this).fillRect(rect(), colors_.surface);
@@ -159,7 +155,7 @@ QWidget* MenuContentView::footer() {
 }
 
 QWidget* MenuContentView::footerWidget(const FooterItem& item) {
-  FooterWidget made{.id = item.id, .widget = nullptr};
+  FooterWidget made;
   const QString text = toQt(item.text), symbol = toQt(item.symbol);
   const auto press = [this, id = item.id] { model_.activate(id); };
   const auto makeButton = [&](const ui::Button::Look& look) {
@@ -270,13 +266,7 @@ void MenuContentView::showAlert(const std::optional<MenuAlert>& alert) {
        .message = toQt(alert->message),
        .confirm = toQt(alert->confirm),
        .cancel = toQt(alert->cancel)},
-      {.surface = colors_.surface,
-       .border = colors_.border,
-       .text = colors_.text,
-       .secondary = colors_.secondary,
-       .button = colors_.control,
-       .destructive = ui::srgb(190, 50, 40)},
-      [this] { model_.confirmClear(); }, [this] { model_.cancelClear(); });
+      colors_, [this] { model_.confirmClear(); }, [this] { model_.cancelClear(); });
 }
 
 }  // namespace brimlo

@@ -2,7 +2,6 @@
 
 #include <QColor>
 #include <QWidget>
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -27,10 +26,6 @@ class MenuContentView : public QWidget {
   MenuContentView(MenuContentModel& model, const Published<Appearance>& appearance);
   ~MenuContentView() override;
 
-  /// The colours it has now, for what is around it.
-  const ui::WindowColors& colors() const { return colors_; }
-  void setOnColorsChange(std::function<void()> onChange);
-
  protected:
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -38,8 +33,7 @@ class MenuContentView : public QWidget {
  private:
   struct Section;
   struct FooterWidget {
-    FooterItemId id;
-    QWidget* widget;
+    QWidget* widget = nullptr;
     ui::Switch* toggle = nullptr;
     ui::Button* button = nullptr;
   };
@@ -57,7 +51,6 @@ class MenuContentView : public QWidget {
   MenuContentModel& model_;
   const QColor moss_ = ui::moss();
   ui::WindowColors colors_;
-  std::function<void()> onColorsChange_;
   QWidget* content_ = nullptr;
   ui::Label* count_ = nullptr;
   ui::Label* empty_ = nullptr;

@@ -12,6 +12,7 @@
 #include "ui/shapes.h"
 #include "ui/stack.h"
 #include "ui/symbol.h"
+#include "ui/window_colors.h"
 
 namespace brimlo {
 namespace {
@@ -26,8 +27,8 @@ constexpr int kTransition = 150;  // milliseconds
 
 const QColor kMoss = ui::moss();
 const QColor kBackground = ui::srgb(243, 245, 242);
-const QColor kInk = ui::srgb(40, 48, 42);
-const QColor kSubInk = ui::srgb(94, 107, 98);
+const QColor kInk = ui::windowColors(Appearance::kLight).text;
+const QColor kSubInk = ui::windowColors(Appearance::kLight).secondary;
 
 QColor faded(QColor color, double opacity) {
   color.setAlphaF(static_cast<float>(opacity));

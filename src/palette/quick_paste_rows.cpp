@@ -136,7 +136,7 @@ void QuickPasteRows::paintClip(QPainter& painter, std::size_t row, const Clip& c
   const double lineHeight = metrics.height();
   QPointF at = contentOf(rect).topLeft();
   at.setY(std::round(rect.center().y() - lineHeight * static_cast<double>(lines.size()) / 2));
-  painter.setPen(selected ? ui::white(1) : colors_.textPrimary);
+  painter.setPen(selected ? ui::white(1) : colors_.text);
   for (const auto& line : lines) {
     // A line with characters of a taller font has its baseline where the others have theirs.
     line->draw(&painter, at + QPointF(0, metrics.ascent() - line->lineAt(0).ascent()));
@@ -146,7 +146,7 @@ void QuickPasteRows::paintClip(QPainter& painter, std::size_t row, const Clip& c
   const QSizeF size = ui::symbolSize(kPhone, ui::kSmallCaption);
   ui::paintSymbol(painter, kPhone,
                   {{rightOf(rect) - size.width(), rect.center().y() - size.height() / 2}, size},
-                  selected ? ui::white(0.95) : colors_.textSecondary);
+                  selected ? ui::white(0.95) : colors_.secondary);
 }
 
 void QuickPasteRows::paintTemplate(QPainter& painter, const Template& shown, QRectF rect,
@@ -157,7 +157,7 @@ void QuickPasteRows::paintTemplate(QPainter& painter, const Template& shown, QRe
                   selected ? ui::white(0.95) : colors_.mossLight);
   room.setLeft(room.left() + size.width() + kSpacing);
   room.setRight(rightOf(rect) - kSpacing - kLeastRoom);
-  const QColor color = selected ? ui::white(1) : colors_.textPrimary;
+  const QColor color = selected ? ui::white(1) : colors_.text;
   const QString body = ui::oneLine(shown.body);
   if (shown.title.empty()) return ui::paintText(painter, room, body, ui::kCallout, color);
   // Where both are too long, each has half of the room; what one does not need goes to the other.
@@ -169,8 +169,7 @@ void QuickPasteRows::paintTemplate(QPainter& painter, const Template& shown, QRe
   ui::paintText(painter, {room.topLeft(), QSizeF(given, room.height())}, title, ui::kCallout,
                 color);
   room.setLeft(room.left() + given + kSpacing);
-  ui::paintText(painter, room, body, ui::kCaption,
-                selected ? ui::white(0.75) : colors_.textSecondary);
+  ui::paintText(painter, room, body, ui::kCaption, selected ? ui::white(0.75) : colors_.secondary);
 }
 
 }  // namespace brimlo

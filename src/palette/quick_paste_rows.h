@@ -11,16 +11,16 @@
 #include "palette/quick_paste_view_state.h"
 #include "ui/color.h"
 #include "ui/row_list.h"
+#include "ui/window_colors.h"
 
 namespace brimlo {
 
 /// The colours of the palette, which is always dark.
-struct QuickPasteColors {
+struct QuickPasteColors : ui::WindowColors {
+  QuickPasteColors() : WindowColors(ui::windowColors(Appearance::kDark)) {}
+
   QColor moss = ui::moss();
-  QColor surface{0x26, 0x2E, 0x28};
-  QColor textPrimary{0xE6, 0xED, 0xE7};
-  QColor textSecondary{0xA6, 0xB6, 0xAA};
-  QColor mossLight{0x8F, 0xCF, 0xA9};
+  QColor mossLight = ui::srgb(143, 207, 169);
 };
 
 /// Draws the rows of the palette. Of a text, however long, only its beginning is ever looked at.

@@ -1,12 +1,9 @@
 #include "palette/quick_paste_view.h"
 
-#include <QPaintEvent>
-#include <QPainter>
 #include <QStackedLayout>
 #include <utility>
 
 #include "ui/color.h"
-#include "ui/shapes.h"
 #include "ui/stack.h"
 #include "ui/symbol.h"
 
@@ -15,29 +12,32 @@ namespace {
 
 constexpr int kCardWidth = 460;
 constexpr int kListHeight = 340;
-constexpr int kMargin = 20;  // around the card, for its shadow
-constexpr double kCornerRadius = 14;
+constexpr ui::Card::Look kLook{
+    .margin = 20,
+    .radius = 14,
+    .shadow = {.opacity = 0.45, .blurRadius = 24, .offset = {0, 12}},
+};
 
 }  // namespace
 
 QuickPasteView::QuickPasteView(QuickPasteViewState& state, const LocalizedStrings& strings,
                                const Pasteboard& pasteboard)
-    : state_(state),
+    : Card(kLook),
+      state_(state),
       noMatchText_(QString::fromStdString(strings.text("palette.no_match"))),
       emptyText_(QString::fromStdString(strings.text("palette.empty"))),
       rows_(state, colors_),
-      searchField_(new ui::TextField(ui::kCallout,
-                                     {.text = colors_.textPrimary,
-                                      .placeholder = colors_.textSecondary,
-                                      .tint = colors_.mossLight},
-                                     pasteboard)) {
+      searchField_(new ui::TextField(
+          ui::kCallout,
+          {.text = colors_.text, .placeholder = colors_.secondary, .tint = colors_.mossLight},
+          pasteboard)) {
   const QString placeholder = QString::fromStdString(strings.text("palette.filter_placeholder"));
   searchField_->setPlaceholderText(placeholder);
   searchField_->setAccessibleName(placeholder);
   const ui::CapsuleTab::Colors tabColors{.selectedFill = colors_.moss,
                                          .fill = ui::white(0.07),
                                          .selectedText = ui::white(1),
-                                         .text = colors_.textSecondary};
+                                         .text = colors_.secondary};
   const auto tab = [&](const char* key, QuickPasteSection section) {
     auto* made = new ui::CapsuleTab(QString::fromStdString(strings.text(key)), tabColors);
     connect(made, &QAbstractButton::clicked, this, [this, section] {
@@ -48,10 +48,11 @@ QuickPasteView::QuickPasteView(QuickPasteViewState& state, const LocalizedString
   clipsTab_ = tab("palette.tab_clips", QuickPasteSection::kClips);
   templatesTab_ = tab("palette.tab_templates", QuickPasteSection::kTemplates);
   setAccessibleName(QString::fromStdString(strings.text("palette.title")));
-  ui::layOutColumn(*this, {.padding = ui::padding(kMargin, kMargin)},
+  ui::layOutColumn(*this, {},
                    {titleRow(strings), tabRow(), ui::divider(ui::white(0.08)), listArea(),
                     ui::divider(ui::white(0.08)), hintBar(strings)});
-  setFixedWidth(kCardWidth + 2 * kMargin);
+  setFixedWidth(kCardWidth + 2 * kLook.margin);
+  setColors(colors_.surface, ui::white(0.1));
   observe();
 }
 
@@ -59,7 +60,7 @@ QWidget* QuickPasteView::titleRow(const LocalizedStrings& strings) {
   return ui::row({.spacing = 8, .padding = {14, 12, 14, 8}},
                  {new ui::Symbol("square.stack.3d.up.fill", ui::kBody, colors_.mossLight),
                   new ui::Label(QString::fromStdString(strings.text("palette.title")),
-                                ui::kHeadline, colors_.textPrimary),
+                                ui::kHeadline, colors_.text),
                   ui::Spacer(), filterBox()});
 }
 
@@ -68,9 +69,8 @@ QWidget* QuickPasteView::filterBox() {
   constexpr int kFieldWidth = 150;
   filterBox_ = new ui::ShapeBox(kFilterRadius, ui::white(0.06));
   searchField_->setFixedWidth(kFieldWidth);
-  ui::layOutRow(
-      *filterBox_, {.spacing = 5, .padding = ui::padding(8, 4)},
-      {new ui::Symbol("magnifyingglass", ui::kCaption, colors_.textSecondary), searchField_});
+  ui::layOutRow(*filterBox_, {.spacing = 5, .padding = ui::padding(8, 4)},
+                {new ui::Symbol("magnifyingglass", ui::kCaption, colors_.secondary), searchField_});
   return filterBox_;
 }
 
@@ -87,7 +87,7 @@ QWidget* QuickPasteView::listArea() {
   list_->setOnHover([this](std::size_t row) {
     if (state_.onHover) state_.onHover(static_cast<std::int64_t>(row));
   });
-  emptyLabel_ = new ui::Label(emptyText_, ui::kCallout, colors_.textSecondary);
+  emptyLabel_ = new ui::Label(emptyText_, ui::kCallout, colors_.secondary);
   auto* centred = ui::centered(emptyLabel_);
   auto* area = new QWidget;
   area->setFixedSize(kCardWidth, kListHeight);
@@ -98,7 +98,7 @@ QWidget* QuickPasteView::listArea() {
 }
 
 QWidget* QuickPasteView::hintBar(const LocalizedStrings& strings) {
-  counter_ = new ui::Label("", ui::kSmallCaption.withMonospacedDigits(), colors_.textSecondary);
+  counter_ = new ui::Label("", ui::kSmallCaption.withMonospacedDigits(), colors_.secondary);
   return ui::row(
       {.spacing = 12, .padding = ui::padding(14, 8)},
       {hint("⇥", strings.text("palette.hint.tab")), hint("↑↓", strings.text("palette.hint.select")),
@@ -111,30 +111,10 @@ QWidget* QuickPasteView::hint(const char* keys, const std::string& label) {
   constexpr double kChipRadius = 4;
   constexpr ui::TextStyle kChipText{.size = 10, .weight = QFont::DemiBold, .rounded = true};
   auto* chip = new ui::ShapeBox(kChipRadius, ui::white(0.1));
-  auto* chipText = new ui::Label(QString::fromUtf8(keys), kChipText, colors_.textPrimary);
+  auto* chipText = new ui::Label(QString::fromUtf8(keys), kChipText, colors_.text);
   ui::layOutRow(*chip, {.padding = ui::padding(5, 1)}, {chipText->rigid()});
   return ui::row({.spacing = 4}, {chip, new ui::Label(QString::fromStdString(label),
-                                                      ui::kSmallCaption, colors_.textSecondary)});
-}
-
-QRegion QuickPasteView::opaqueShape() const {
-  return {ui::roundedRect(card(), kCornerRadius).toFillPolygon().toPolygon()};
-}
-
-void QuickPasteView::paintEvent(QPaintEvent*) {
-  const double scale = devicePixelRatioF();
-  if (shadow_.size() != (QSizeF(size()) * scale).toSize()) {
-    const ui::Shadow shadow{.opacity = 0.45, .blurRadius = 24, .offset = {0, 12}};
-    shadow_ = ui::shadowImage(size(), card(), kCornerRadius, shadow, scale);
-  }
-  QPainter painter(this);
-  painter.drawImage(0, 0, shadow_);
-  ui::fillRounded(painter, card(), kCornerRadius, colors_.surface);
-  ui::strokeRounded(painter, card(), kCornerRadius, ui::white(0.1), 1);
-}
-
-QRectF QuickPasteView::card() const {
-  return QRectF(rect()).adjusted(kMargin, kMargin, -kMargin, -kMargin);
+                                                      ui::kSmallCaption, colors_.secondary)});
 }
 
 void QuickPasteView::observe() {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QImage>
-#include <QRegion>
 #include <QWidget>
 #include <string>
 #include <vector>
@@ -12,6 +10,7 @@
 #include "platform/localized_strings.h"
 #include "platform/pasteboard.h"
 #include "ui/capsule_tab.h"
+#include "ui/card.h"
 #include "ui/label.h"
 #include "ui/row_list.h"
 #include "ui/shape_box.h"
@@ -21,17 +20,11 @@ namespace brimlo {
 
 /// The palette as it is seen: a dark card with the filter, the two sections' tabs, the rows and the
 /// key hints. It shows what the state says, writes the query, and reports clicks. Main thread.
-class QuickPasteView : public QWidget {
+class QuickPasteView : public ui::Card {
  public:
   /// `state` and `pasteboard` outlive the view; the filter field pastes from the latter.
   QuickPasteView(QuickPasteViewState& state, const LocalizedStrings& strings,
                  const Pasteboard& pasteboard);
-
-  /// The part of the view that the card covers, without its shadow.
-  QRegion opaqueShape() const;
-
- protected:
-  void paintEvent(QPaintEvent* event) override;
 
  private:
   QWidget* titleRow(const LocalizedStrings& strings);
@@ -40,7 +33,6 @@ class QuickPasteView : public QWidget {
   QWidget* listArea();
   QWidget* hintBar(const LocalizedStrings& strings);
   QWidget* hint(const char* keys, const std::string& label);
-  QRectF card() const;
   void observe();
   void showRows();
   void showSelection();
@@ -58,7 +50,6 @@ class QuickPasteView : public QWidget {
   ui::RowList* list_;
   ui::Label* emptyLabel_;
   ui::Label* counter_;
-  QImage shadow_;
   std::vector<Subscription> subscriptions_;
 };
 

@@ -33,11 +33,13 @@ Button* answer(const QString& label, const QColor& text, const QColor& fill,
 
 }  // namespace
 
-Alert::Alert(QWidget* over, const Texts& texts, const Colors& colors,
+Alert::Alert(QWidget* over, const Texts& texts, const WindowColors& colors,
              std::function<void()> onConfirm, std::function<void()> onCancel)
     : QWidget(over),
-      confirm_(answer(texts.confirm, Qt::white, colors.destructive, std::move(onConfirm))),
-      cancel_(answer(texts.cancel, colors.text, colors.button, std::move(onCancel))) {
+      // White stands out from the red of a light window only.
+      confirm_(answer(texts.confirm, Qt::white, windowColors(Appearance::kLight).destructive,
+                      std::move(onConfirm))),
+      cancel_(answer(texts.cancel, colors.text, colors.control, std::move(onCancel))) {
   constexpr double kRadius = 10;
   setAccessibleName(texts.title);
   setAccessibleDescription(texts.message);

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QColor>
 #include <QWidget>
 #include <functional>
+
+#include "ui/window_colors.h"
 
 namespace brimlo::ui {
 
@@ -15,17 +16,9 @@ class Alert : public QWidget {
     QString confirm;
     QString cancel;
   };
-  struct Colors {
-    QColor surface;
-    QColor border;
-    QColor text;
-    QColor secondary;
-    QColor button;       ///< behind the answer that changes nothing
-    QColor destructive;  ///< behind the other one
-  };
   /// Covers `over`, which it belongs to, and takes the keyboard.
-  Alert(QWidget* over, const Texts& texts, const Colors& colors, std::function<void()> onConfirm,
-        std::function<void()> onCancel);
+  Alert(QWidget* over, const Texts& texts, const WindowColors& colors,
+        std::function<void()> onConfirm, std::function<void()> onCancel);
 
  protected:
   bool eventFilter(QObject* receiver, QEvent* event) override;

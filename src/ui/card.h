@@ -5,13 +5,20 @@
 #include <QRegion>
 #include <QWidget>
 
+#include "ui/shapes.h"
+
 namespace brimlo::ui {
 
-/// A card with a shadow, for a window that belongs to something beside it.
-class Popover : public QWidget {
+/// A widget that looks like a card with a shadow. What is laid out in it is on the card; the clear
+/// margin around that is for the shadow.
+class Card : public QWidget {
  public:
-  /// Takes `content` over. It has the size of its content, and a clear margin for the shadow.
-  explicit Popover(QWidget* content);
+  struct Look {
+    int margin;
+    double radius;
+    Shadow shadow;
+  };
+  explicit Card(const Look& look);
 
   void setColors(const QColor& surface, const QColor& border);
 
@@ -22,10 +29,9 @@ class Popover : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  QRectF card() const;
-
-  QColor surface_ = Qt::white;
-  QColor border_ = Qt::transparent;
+  Look look_;
+  QColor surface_;
+  QColor border_;
   QImage shadow_;
 };
 
