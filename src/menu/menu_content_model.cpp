@@ -1,23 +1,18 @@
 #include "menu/menu_content_model.h"
 
 #include <algorithm>
-#include <charconv>
 #include <initializer_list>
 #include <utility>
+
+#include "base/decimal_integer.h"
 
 namespace brimlo {
 namespace {
 
-/// A decimal whole number with at most one sign; 0 for anything else, and below 0.
+/// The page that the environment asks for; 0 where it names none, and for one below 0.
 std::int64_t pageNamedBy(const std::optional<std::string>& value) {
-  std::string_view digits = value ? *value : std::string_view("0");
-  const bool plus = !digits.empty() && digits.front() == '+';
-  if (plus) digits.remove_prefix(1);
-  std::int64_t page = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), page);
-  const bool whole = error == std::errc() && end == digits.data() + digits.size();
-  const bool twoSigns = plus && digits.starts_with('-');
-  return whole && !twoSigns ? std::max<std::int64_t>(page, 0) : 0;
+  const auto page = value ? decimalInteger(*value) : std::nullopt;
+  return std::max<std::int64_t>(page.value_or(0), 0);
 }
 
 /// Puts `numbers` in the places of `format`: "%lld" takes the next one, "%2$lld" the second.

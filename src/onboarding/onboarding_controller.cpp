@@ -1,11 +1,10 @@
 #include "onboarding/onboarding_controller.h"
 
 #include <algorithm>
-#include <charconv>
 #include <chrono>
 #include <optional>
-#include <string_view>
 
+#include "base/decimal_integer.h"
 #include "base/unicode_text.h"
 
 namespace brimlo {
@@ -15,18 +14,6 @@ constexpr const char* kDoneKey = "macOnboardingDone";
 constexpr const char* kStepVariable = "BRIMLO_OB_STEP";
 constexpr const char* kForceUntrustedVariable = "BRIMLO_OB_FORCE_UNTRUSTED";
 constexpr std::chrono::milliseconds kPollInterval{700};
-
-std::optional<std::int64_t> decimal(std::string_view text) {
-  if (text.starts_with('+')) {
-    text.remove_prefix(1);
-    if (text.starts_with('-')) return std::nullopt;
-  }
-  std::int64_t number = 0;
-  const char* end = text.data() + text.size();
-  const auto [stopped, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stopped != end) return std::nullopt;
-  return number;
-}
 
 const char* yesOrNo(bool value) {
   return value ? "true" : "false";
@@ -55,7 +42,7 @@ void OnboardingController::present() {
   state_.step.set(0);
   state_.axTrusted.set(!debugForceUntrusted_ && services_.accessibility.isProcessTrusted());
   const auto chosen = services_.environment.value(kStepVariable);
-  if (const auto step = chosen ? decimal(*chosen) : std::nullopt) {
+  if (const auto step = chosen ? decimalInteger(*chosen) : std::nullopt) {
     state_.step.set(std::clamp<std::int64_t>(*step, 0, OnboardingViewState::kLastStep));
   }
   makeWindowIfNeeded();
