@@ -311,8 +311,8 @@
     </message>
     <message id="updates.available">
         <source></source>
-        <extracomment>Updates: a newer version. %1 is new, %2 is the version that runs</extracomment>
-        <translation>Brimlo %1 est sorti. Vous avez %2.</translation>
+        <extracomment>Updates: a newer version. %1$@ is new, %2$@ is the version that runs</extracomment>
+        <translation>Brimlo %1$@ est sorti. Vous avez %2$@.</translation>
     </message>
     <message id="updates.checking">
         <source></source>
@@ -341,8 +341,8 @@
     </message>
     <message id="updates.latest">
         <source></source>
-        <extracomment>Updates: nothing newer. %1 is the version that runs</extracomment>
-        <translation>Vous avez la dernière version, %1.</translation>
+        <extracomment>Updates: nothing newer. %1$@ is the version that runs</extracomment>
+        <translation>Vous avez la dernière version, %1$@.</translation>
     </message>
     <message id="updates.malformed">
         <source></source>

@@ -309,8 +309,8 @@
     </message>
     <message id="updates.available">
         <source></source>
-        <extracomment>Updates: a newer version. %1 is new, %2 is the version that runs</extracomment>
-        <translation>Brimlo %1 が公開されました（現在は %2）。</translation>
+        <extracomment>Updates: a newer version. %1$@ is new, %2$@ is the version that runs</extracomment>
+        <translation>Brimlo %1$@ が公開されました（現在は %2$@）。</translation>
     </message>
     <message id="updates.checking">
         <source></source>
@@ -339,8 +339,8 @@
     </message>
     <message id="updates.latest">
         <source></source>
-        <extracomment>Updates: nothing newer. %1 is the version that runs</extracomment>
-        <translation>最新のバージョン %1 です。</translation>
+        <extracomment>Updates: nothing newer. %1$@ is the version that runs</extracomment>
+        <translation>最新のバージョン %1$@ です。</translation>
     </message>
     <message id="updates.malformed">
         <source></source>

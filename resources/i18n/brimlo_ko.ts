@@ -309,8 +309,8 @@
     </message>
     <message id="updates.available">
         <source></source>
-        <extracomment>Updates: a newer version. %1 is new, %2 is the version that runs</extracomment>
-        <translation>Brimlo %1이(가) 나왔습니다. 현재 버전은 %2입니다.</translation>
+        <extracomment>Updates: a newer version. %1$@ is new, %2$@ is the version that runs</extracomment>
+        <translation>Brimlo %1$@이(가) 나왔습니다. 현재 버전은 %2$@입니다.</translation>
     </message>
     <message id="updates.checking">
         <source></source>
@@ -339,8 +339,8 @@
     </message>
     <message id="updates.latest">
         <source></source>
-        <extracomment>Updates: nothing newer. %1 is the version that runs</extracomment>
-        <translation>최신 버전 %1입니다.</translation>
+        <extracomment>Updates: nothing newer. %1$@ is the version that runs</extracomment>
+        <translation>최신 버전 %1$@입니다.</translation>
     </message>
     <message id="updates.malformed">
         <source></source>

@@ -309,8 +309,8 @@
     </message>
     <message id="updates.available">
         <source></source>
-        <extracomment>Updates: a newer version. %1 is new, %2 is the version that runs</extracomment>
-        <translation>Brimlo %1 已发布，您的版本是 %2。</translation>
+        <extracomment>Updates: a newer version. %1$@ is new, %2$@ is the version that runs</extracomment>
+        <translation>Brimlo %1$@ 已发布，您的版本是 %2$@。</translation>
     </message>
     <message id="updates.checking">
         <source></source>
@@ -339,8 +339,8 @@
     </message>
     <message id="updates.latest">
         <source></source>
-        <extracomment>Updates: nothing newer. %1 is the version that runs</extracomment>
-        <translation>已是最新版本 %1。</translation>
+        <extracomment>Updates: nothing newer. %1$@ is the version that runs</extracomment>
+        <translation>已是最新版本 %1$@。</translation>
     </message>
     <message id="updates.malformed">
         <source></source>

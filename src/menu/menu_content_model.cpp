@@ -1,10 +1,10 @@
 #include "menu/menu_content_model.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <utility>
 
 #include "base/decimal_integer.h"
+#include "base/placeholders.h"
 
 namespace brimlo {
 namespace {
@@ -13,30 +13,6 @@ namespace {
 std::int64_t pageNamedBy(const std::optional<std::string>& value) {
   const auto page = value ? decimalInteger(*value) : std::nullopt;
   return std::max<std::int64_t>(page.value_or(0), 0);
-}
-
-/// Puts `numbers` in the places of `format`: "%lld" takes the next one, "%2$lld" the second.
-std::string filledIn(std::string format, std::initializer_list<std::int64_t> numbers) {
-  std::size_t next = 0, from = 0;
-  for (;;) {
-    const std::size_t begin = format.find('%', from);
-    if (begin == std::string::npos) return format;
-    std::size_t at = begin + 1, index = next;
-    if (at + 1 < format.size() && format[at] >= '1' && format[at] <= '9' && format[at + 1] == '$') {
-      index = static_cast<std::size_t>(format[at] - '1');
-      at += 2;
-    } else {
-      ++next;
-    }
-    constexpr std::string_view kNumber = "lld";
-    if (format.compare(at, kNumber.size(), kNumber) != 0 || index >= numbers.size()) {
-      from = begin + 1;
-      continue;
-    }
-    const std::string number = std::to_string(numbers.begin()[index]);
-    format.replace(begin, at + kNumber.size() - begin, number);
-    from = begin + number.size();
-  }
 }
 
 /// The beginning of `text`, more than a row can show, on one line.
@@ -192,9 +168,9 @@ MenuPage MenuContentModel::historyPage() {
     shownClips_.push_back(clips[at]);
   }
   if (clips.size() > kPageSize) {
-    page.label = filledIn(text("menu.history_range"),
-                          {static_cast<std::int64_t>(start) + 1, static_cast<std::int64_t>(end),
-                           static_cast<std::int64_t>(clips.size())});
+    page.label =
+        filledIn(text("menu.history_range"),
+                 {std::to_string(start + 1), std::to_string(end), std::to_string(clips.size())});
   }
   addPager(page, historyPage_, clips.size());
   return page;
@@ -218,7 +194,7 @@ MenuPage MenuContentModel::templatesPage() {
 std::string MenuContentModel::badge(std::size_t index) const {
   constexpr std::size_t kNumbered = 9;
   if (index >= kNumbered) return "·";
-  return filledIn(text("%lld"), {static_cast<std::int64_t>(index) + 1});
+  return filledIn(text("%lld"), {std::to_string(index + 1)});
 }
 
 void MenuContentModel::addPager(MenuPage& page, std::int64_t current, std::size_t count) const {
@@ -229,7 +205,7 @@ void MenuContentModel::addPager(MenuPage& page, std::int64_t current, std::size_
   if (current < pageCount - 1) {
     const std::int64_t nextStart = (current + 1) * kPageSize + 1;
     const std::int64_t nextEnd = std::min(nextStart + kPageSize - 1, all);
-    page.next = filledIn(text("%lld – %lld"), {nextStart, nextEnd});
+    page.next = filledIn(text("%lld – %lld"), {std::to_string(nextStart), std::to_string(nextEnd)});
   }
 }
 

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <utility>
 
+#include "base/placeholders.h"
 #include "updates/version.h"
 
 namespace brimlo {
@@ -12,13 +13,6 @@ namespace {
 constexpr const char* kLastCheckKey = "updatesLastCheck";  // milliseconds since 1970
 constexpr const char* kSkippedKey = "updatesSkippedVersion";
 constexpr std::chrono::hours kBetweenLooks{1};
-
-std::string filledIn(std::string text, const std::string& first, const std::string& second = {}) {
-  for (const auto& [place, value] : {std::pair("%1", &first), std::pair("%2", &second)}) {
-    if (const auto at = text.find(place); at != std::string::npos) text.replace(at, 2, *value);
-  }
-  return text;
-}
 
 const char* messageOf(FeedAnswer::Fault fault) {
   switch (fault) {
@@ -88,7 +82,7 @@ void UpdaterModel::take(const FeedAnswer& answer) {
   const bool newer =
       newest != answer.items.end() && compareVersions(newest->version, services_.version) > 0;
   if (!newer) {
-    if (asked) present({.message = filledIn(text("updates.latest"), services_.version)});
+    if (asked) present({.message = filledIn(text("updates.latest"), {services_.version})});
     return;
   }
   if (!asked && services_.defaults.stringForKey(kSkippedKey) == newest->version) return;
@@ -98,7 +92,7 @@ void UpdaterModel::take(const FeedAnswer& answer) {
 void UpdaterModel::offer(const FeedItem& item) {
   offered_ = item;
   services_.log.write("version " + item.displayVersion + " is out");
-  present({.message = filledIn(text("updates.available"), item.displayVersion, services_.version),
+  present({.message = filledIn(text("updates.available"), {item.displayVersion, services_.version}),
            .notes = item.notes,
            .offersSkip = true,
            .offersPage = !item.page.empty()});

@@ -67,7 +67,7 @@ class UpdaterModelTest : public testing::Test, public UpdateFeed, public UrlOpen
 
   struct Strings : test::FakeStrings {
     std::string text(const char* key) const override {
-      return std::string(key) == "updates.available" ? "%1 is out, not %2" : key;
+      return std::string(key) == "updates.available" ? "%1$@ is out, not %2$@" : key;
     }
   };
 
