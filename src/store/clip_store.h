@@ -30,7 +30,6 @@ class ClipStore {
   const IdSetPtr& deletedIds() const { return deletedIds_; }
 
   const std::string& fileURL() const { return clipsFile_.path(); }
-  const std::string& tombstoneURL() const { return tombstonesFile_.path(); }
 
   enum class AddResult { kUnchanged, kChanged };
   /// Adds a clip, or, where the history has its text, moves that clip to its new time with its id

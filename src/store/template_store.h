@@ -20,7 +20,6 @@ class TemplateStore {
   TemplateStore(FileSystem& files, SystemLog& log, const std::string& dataFolder);
 
   const Published<std::vector<Template>>& templates() const { return templates_; }
-  const std::string& fileURL() const { return file_.path(); }
 
   /// Publishes `templates`, which the caller has sorted; writes nothing.
   void setTemplates(std::vector<Template> templates);

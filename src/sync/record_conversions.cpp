@@ -34,15 +34,6 @@ std::optional<Clip> clipFromRecord(const CloudRecord& record) {
   return clip;
 }
 
-bool carriesClip(const CloudRecord& record, const Clip& clip) {
-  const auto* text = fieldAs<std::string>(record, "text");
-  const auto* tags = fieldAs<std::vector<std::string>>(record, "tags");
-  return text && record.id.name == clip.id && *text == clip.text &&
-         milliseconds(record, "savedAt") == clip.savedAt &&
-         stringOr(record, "source", "manual") == clip.source &&
-         (tags ? clip.tags == *tags : !clip.tags);
-}
-
 CloudRecord recordFromClip(const Clip& clip) {
   CloudRecord record{
       {std::string(kClipRecord), clip.id},

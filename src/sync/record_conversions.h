@@ -21,9 +21,6 @@ constexpr std::string_view kTemplateRecord = "Template";
 /// or holds something else counts as not set: time 0, source "manual", no tags.
 std::optional<Clip> clipFromRecord(const CloudRecord& record);
 
-/// Whether `clipFromRecord` would give a clip equal to `clip`; makes none.
-bool carriesClip(const CloudRecord& record, const Clip& clip);
-
 /// A fresh record with everything that the clip has; no "tags" where it has none or an empty list.
 CloudRecord recordFromClip(const Clip& clip);
 
