@@ -46,7 +46,7 @@
 #include "platform/x11/x11_theme_name.h"
 #include "platform/x11/x11_window_server.h"
 #include "platform/x11/x11_workspace.h"
-#include "store/guarded_file.h"
+#include "store/data_folder.h"
 #include "sync/local_templates.h"
 #include "ui/screen_reader.h"
 #include "updates/updater_model.h"

@@ -10,11 +10,6 @@
 
 namespace brimlo {
 
-/// Resolves and creates the program's data folder, "BrimloMac" in the Application Support folder,
-/// or in the temporary folder where the user has none. A folder that cannot be made is logged;
-/// its path is returned all the same, and what is saved there stays in memory.
-std::string prepareDataFolder(FileSystem& files, SystemLog& log);
-
 /// One file of the data folder that a store writes through.
 ///
 /// What is on disk and could not be understood is never overwritten: the next save keeps it aside
