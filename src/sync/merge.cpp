@@ -13,8 +13,6 @@
 namespace brimlo {
 namespace {
 
-using Position = PositionIndex::Position;
-
 bool standsBefore(const ClipPtr* a, const ClipPtr* b) {
   const Clip& first = **a;
   const Clip& second = **b;
@@ -36,7 +34,7 @@ class Merge {
   /// Adds `clip`, or returns where a clip of its id is.
   const Position* put(const ClipPtr& clip) {
     const auto end = static_cast<Position>(clips_.size());
-    const Position* known = byId_.findOrPut(hashOf(clip->id), end, hasId(clip->id));
+    const Position* known = byId_.findOrInsert(hashOf(clip->id), end, hasId(clip->id));
     if (!known) clips_.push_back(&clip);
     return known;
   }
@@ -64,7 +62,7 @@ class Merge {
     for (Position at = 0; at < clips_.size(); ++at) {
       if (!clips_[at]) continue;
       const std::string& text = (*clips_[at])->text;
-      Position* kept = byText.findOrPut(canonicalHash(text), at, [&](Position other) {
+      Position* kept = byText.findOrInsert(canonicalHash(text), at, [&](Position other) {
         return canonicallyEqual((*clips_[other])->text, text);
       });
       if (!kept) continue;

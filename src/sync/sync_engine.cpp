@@ -10,8 +10,6 @@
 namespace brimlo {
 namespace {
 
-using Position = PositionIndex::Position;
-
 constexpr std::string_view kServicesEntitlement = "com.apple.developer.icloud-services";
 // A time that went through a record may differ from itself in its last bits.
 constexpr double kPushToleranceMs = 0.5;
@@ -72,7 +70,7 @@ class ClipsById {
   explicit ClipsById(const ClipList& clips) : clips_(clips), index_(clips.size()) {
     for (Position at = 0; at < clips.size(); ++at) {
       const std::string& id = clips[at]->id;
-      if (Position* earlier = index_.findOrPut(hashOf(id), at, hasId(id))) *earlier = at;
+      if (Position* earlier = index_.findOrInsert(hashOf(id), at, hasId(id))) *earlier = at;
     }
   }
 
