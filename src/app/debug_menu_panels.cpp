@@ -20,7 +20,7 @@ void DebugMenuPanels::show() {
   window.setOnWillClose(close);
   panel->content->setOnClose(close);
   window.setLevel(TitledWindow::Level::kFloating);
-  const Size size = window.frame().size;
+  const Size size = window.contentSize();
   if (const auto screen = primaryScreen(services_.screens)) {
     window.setFrameOrigin(originCentered(size, screen->visibleFrame));
   }

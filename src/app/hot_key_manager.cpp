@@ -16,20 +16,29 @@ HotKeyManager::HotKeyManager(HotKeys& hotKeys, MainQueue& queue, SystemLog& log)
     : hotKeys_(hotKeys), queue_(queue), log_(log) {}
 
 void HotKeyManager::registerHotKey() {
-  if (isRegistered()) return;
+  if (state_ != State::kUnregistered) return;
   if (!eventHandler_) {
     eventHandler_ = hotKeys_.installEventHandler(
         [this](const EventHotKeyID& pressed) { handleHotKeyEvent(pressed); });
   }
-  auto [status, hotKey] = hotKeys_.registerEventHotKey(
-      KeyEvent::kVirtualKeyV, HotKeys::kCommandKey | HotKeys::kShiftKey, kHotKeyID);
-  hotKeyRef_ = std::move(hotKey);
+  state_ = State::kAsked;
+  auto hotKey = hotKeys_.registerEventHotKey(
+      KeyEvent::kVirtualKeyV, HotKeys::kCommandKey | HotKeys::kShiftKey, kHotKeyID,
+      [this](HotKeys::Status status) { registrationAnswered(status); });
+  // It may have been refused from within the call.
+  if (state_ != State::kUnregistered) hotKeyRef_ = std::move(hotKey);
+}
+
+void HotKeyManager::registrationAnswered(HotKeys::Status status) {
+  state_ = status == 0 ? State::kRegistered : State::kUnregistered;
+  if (!isRegistered()) hotKeyRef_.reset();
   log_.write("hotkey ⇧⌘V register status=" + std::to_string(status) +
              " registered=" + (isRegistered() ? "true" : "false"));
 }
 
 void HotKeyManager::unregisterHotKey() {
   hotKeyRef_.reset();
+  state_ = State::kUnregistered;
   log_.write("hotkey ⇧⌘V unregistered");
 }
 

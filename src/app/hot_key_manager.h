@@ -19,16 +19,19 @@ class HotKeyManager {
   /// Called from the main queue for each press; replaces the callback set before.
   void setOnPressed(std::function<void()> onPressed) { onPressed_ = std::move(onPressed); }
 
-  /// Takes the key. Does nothing when it is taken already; where that fails, the log says so and
-  /// the next call tries again.
+  /// Asks for the key. Does nothing when it is registered, or asked for and not answered yet. The
+  /// log says what came of it; after a failure the next call tries again.
   void registerHotKey();
 
-  /// Gives the key back.
+  /// Gives the key back, or takes the request back.
   void unregisterHotKey();
 
-  bool isRegistered() const { return hotKeyRef_ != nullptr; }
+  bool isRegistered() const { return state_ == State::kRegistered; }
 
  private:
+  enum class State { kUnregistered, kAsked, kRegistered };
+
+  void registrationAnswered(HotKeys::Status status);
   void handleHotKeyEvent(const EventHotKeyID& pressed);
 
   HotKeys& hotKeys_;
@@ -36,7 +39,8 @@ class HotKeyManager {
   SystemLog& log_;
   std::function<void()> onPressed_;
   std::unique_ptr<EventHandler> eventHandler_;  // installed once, by the first registration
-  std::unique_ptr<EventHotKey> hotKeyRef_;      // while registered
+  std::unique_ptr<EventHotKey> hotKeyRef_;      // while asked for or registered
+  State state_ = State::kUnregistered;
   WeakAnchor anchor_;
 };
 

@@ -44,6 +44,7 @@
 #include "platform/x11/x11_pasteboard.h"
 #include "platform/x11/x11_raw_input.h"
 #include "platform/x11/x11_theme_name.h"
+#include "platform/x11/x11_window_id.h"
 #include "platform/x11/x11_window_server.h"
 #include "platform/x11/x11_workspace.h"
 #include "store/data_folder.h"
@@ -158,13 +159,13 @@ int main(int argc, char** argv) {
 
   // The palette's first showing must take no longer than the others, but fonts, symbols and the
   // window take their time: so they are made while nobody waits.
-  std::unique_ptr<QtKeyablePanel> prepared;
+  std::unique_ptr<X11KeyablePanel> prepared;
   bool paletteMade = false;
   const auto makePanel = [&](QuickPasteViewState& state) {
     paletteMade = true;
     auto view = std::make_unique<QuickPasteView>(state, strings, pasteboard);
     const auto opaqueShape = [view = view.get()] { return view->opaqueShape(); };
-    return std::make_unique<QtKeyablePanel>(std::move(view), opaqueShape, windowServer);
+    return std::make_unique<X11KeyablePanel>(std::move(view), opaqueShape, windowServer);
   };
   const auto makePalettePanel = [&](QuickPasteViewState& state) {
     return prepared ? std::move(prepared) : makePanel(state);
@@ -175,18 +176,22 @@ int main(int argc, char** argv) {
   const auto makeMenuPanel = [&](MenuContentModel& content) -> std::unique_ptr<KeyablePanel> {
     auto popover = std::make_unique<MenuPopover>(content, appearance.value());
     const auto opaqueShape = [popover = popover.get()] { return popover->opaqueShape(); };
-    return std::make_unique<QtKeyablePanel>(std::move(popover), opaqueShape, windowServer);
+    return std::make_unique<X11KeyablePanel>(std::move(popover), opaqueShape, windowServer);
+  };
+  const auto activate = [&](QWindow& window) {
+    workspace.activate(
+        {.bundleIdentifier = "", .window = windowId(static_cast<xcb_window_t>(window.winId()))});
   };
   const auto makeMenuPreview = [&](MenuContentModel& content) {
     auto view = std::make_unique<MenuContentView>(content, appearance.value());
     view->layout()->setSizeConstraint(QLayout::SetFixedSize);
     view->adjustSize();
-    return std::make_unique<QtTitledWindow>(std::move(view), "Brimlo", workspace);
+    return std::make_unique<QtTitledWindow>(std::move(view), "Brimlo", activate);
   };
   const auto makeOnboardingWindow = [&](OnboardingViewState& state) {
     return std::make_unique<QtTitledWindow>(
         std::make_unique<OnboardingView>(state, strings, pasteboard),
-        strings.text("onboarding.window_title"), workspace);
+        strings.text("onboarding.window_title"), activate);
   };
 
   AppModel model({.accessibility = keys,
@@ -221,7 +226,7 @@ int main(int argc, char** argv) {
   const auto makeUpdatesWindow = [&](UpdatesViewState& state) {
     return std::make_unique<QtTitledWindow>(
         std::make_unique<UpdatesView>(state, appearance.value(), strings),
-        strings.text("updates.window_title"), workspace);
+        strings.text("updates.window_title"), activate);
   };
   UpdaterModel updater({.clock = clock,
                         .defaults = defaults,
@@ -241,7 +246,7 @@ int main(int argc, char** argv) {
            [&] { return model.makeMenuContent([&updater] { updater.checkForUpdates(); }); },
        .makePanel = makeMenuPanel});
   TrayItem tray(screens, log);
-  tray.show([&](const Rect& item) { menuBar.toggle(item); });
+  tray.show([&](const std::optional<Rect>& item) { menuBar.toggle(item); });
   const RunningInstance instance(instanceSocketPath(dataFolder), runLoop, log,
                                  [&](InstanceRequest request) {
                                    if (request == InstanceRequest::kQuickPaste)

@@ -33,23 +33,29 @@ TrayItem::TrayItem(const Screens& screens, SystemLog& log)
       notifier_(kTitle, themeIcon(), programIcon(), log),
       embedded_(kTitle, programIcon()) {}
 
-void TrayItem::show(std::function<void(const Rect&)> onActivate) {
+void TrayItem::show(std::function<void(const std::optional<Rect>&)> onActivate) {
   notifier_.setOnActivate([this, onActivate](int x, int y) { onActivate(place(x, y)); });
   embedded_.setOnActivate([this, onActivate] {
-    onActivate(frame().value_or(Rect{screens_.pointerLocation(), {}}));
+    const std::optional<Rect> item = frame();
+    onActivate(item ? item : pointerPlace());
   });
   notifier_.watchHosted([this](bool hosted) { embedded_.setShown(!hosted); });
 }
 
 /// Where a tray means by (x, y). Trays differ in whether they count in the screen's pixels; on
 /// scaled screens, and from those that say nothing, the pointer knows better.
-Rect TrayItem::place(int x, int y) const {
+std::optional<Rect> TrayItem::place(int x, int y) const {
   const Point point = fromQt(QPoint(x, y));
   const bool silent = x == 0 && y == 0;
   if (silent || qGuiApp->devicePixelRatio() != 1.0 || !screenAt(point, screens_)) {
-    return {screens_.pointerLocation(), {}};
+    return pointerPlace();
   }
-  return {point, {}};
+  return Rect{point, {}};
+}
+
+std::optional<Rect> TrayItem::pointerPlace() const {
+  const std::optional<Point> pointer = screens_.pointerLocation();
+  return pointer ? std::optional(Rect{*pointer, {}}) : std::nullopt;
 }
 
 }  // namespace brimlo

@@ -21,13 +21,14 @@ class TrayItem {
   TrayItem(const Screens& screens, SystemLog& log);
 
   /// Puts it there. `onActivate` is told of each click, and where the icon is, be it but a point.
-  void show(std::function<void(const Rect& item)> onActivate);
+  void show(std::function<void(const std::optional<Rect>& item)> onActivate);
 
   /// Where it is, as far as the tray says.
   std::optional<Rect> frame() const { return embedded_.frame(); }
 
  private:
-  Rect place(int x, int y) const;
+  std::optional<Rect> place(int x, int y) const;
+  std::optional<Rect> pointerPlace() const;
 
   const Screens& screens_;
   StatusNotifierItem notifier_;

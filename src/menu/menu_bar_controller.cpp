@@ -73,7 +73,7 @@ MenuBarController::~MenuBarController() {
   close();
 }
 
-void MenuBarController::toggle(const Rect& item) {
+void MenuBarController::toggle(const std::optional<Rect>& item) {
   if (isOpen()) return close();
   // The click that is reported here had closed the window before.
   if (std::exchange(closedByThisClick_, false)) return;
@@ -90,8 +90,8 @@ void MenuBarController::open(const std::optional<Rect>& item) {
     panel_->setOnFittingSizeChange(anchor_.guard([this] { fit(); }));
     screensChange_ = services_.screens.observeChanges(anchor_.guard([this] { fit(); }));
     globalClickMonitor_ = services_.events.addGlobalMouseDownMonitor([this] { closeByClick(); });
-    localClickMonitor_ = services_.events.addLocalMouseDownMonitor([this](std::uint64_t window) {
-      if (window != panel_->windowNumber()) closeByClick();
+    localClickMonitor_ = services_.events.addLocalMouseDownMonitor([this](WindowId window) {
+      if (window != panel_->windowId()) closeByClick();
     });
   }
   fit();
@@ -110,8 +110,8 @@ void MenuBarController::close() {
 
 void MenuBarController::fit() {
   if (!isOpen()) return;
-  auto screen =
-      screenAt(item_ ? Point{item_->midX(), item_->midY()} : Point{-1e9, -1e9}, services_.screens);
+  auto screen = item_ ? screenAt(Point{item_->midX(), item_->midY()}, services_.screens)
+                      : std::optional<Screen>();
   if (!screen) {
     item_.reset();
     screen = screenAt(services_.screens.pointerLocation(), services_.screens);

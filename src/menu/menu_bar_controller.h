@@ -33,7 +33,7 @@ class MenuBarController {
 
   /// The icon, which is at `item`, was clicked: opens the window, or closes it. `item` may be but a
   /// point.
-  void toggle(const Rect& item);
+  void toggle(const std::optional<Rect>& item);
 
   /// Opens the window beside `item`; where it is not known, in a corner of the screen that the
   /// pointer is on. An open one comes to the front.

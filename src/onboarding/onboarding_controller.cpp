@@ -49,9 +49,10 @@ void OnboardingController::present() {
   startAccessibilityPoll();
   place(chosen.has_value());
   window_->makeKeyAndOrderFront();
+  const std::optional<Rect> frame = window_->frame();
   services_.log.write("onboarding presented (step=" + std::to_string(state_.step.value()) +
                       ", axTrusted=" + yesOrNo(state_.axTrusted.value()) +
-                      ") frame=" + toString(window_->frame()));
+                      ") frame=" + (frame ? toString(*frame) : "?"));
 }
 
 void OnboardingController::makeWindowIfNeeded() {
@@ -66,7 +67,7 @@ void OnboardingController::place(bool forDebugging) {
   window_->setLevel(TitledWindow::Level::kFloating);
   const auto screen = primaryScreen(services_.screens);
   if (!screen) return;
-  window_->setFrameOrigin(originCentered(window_->frame().size, screen->visibleFrame));
+  window_->setFrameOrigin(originCentered(window_->contentSize(), screen->visibleFrame));
 }
 
 void OnboardingController::startAccessibilityPoll() {

@@ -75,9 +75,10 @@ void QuickPasteController::present() {
   installMonitors();
   panel.makeKeyAndOrderFront();
   state_.focusRequest.set(state_.focusRequest.value() + 1);
+  const std::optional<Rect> frame = panel.frame();
   services_.log.write("quick-paste palette presented (" +
                       std::to_string(state_.items.value().size()) +
-                      " items) frame=" + toString(panel.frame()) +
+                      " items) frame=" + (frame ? toString(*frame) : "?") +
                       " visible=" + (panel.isVisible() ? "true" : "false"));
 }
 
@@ -244,33 +245,35 @@ KeyablePanel& QuickPasteController::ensurePanel() {
 }
 
 void QuickPasteController::positionPanel(KeyablePanel& panel) {
-  const Size size = panel.frame().size;
+  const Size size = panel.contentSize();
   if (debugCenterOnPrimary_) {
     if (const auto primary = primaryScreen(services_.screens)) {
       return panel.setFrameOrigin(originCentered(size, primary->visibleFrame));
     }
   }
-  const Point pointer = services_.screens.pointerLocation();
+  const std::optional<Point> pointer = services_.screens.pointerLocation();
   auto screen = screenAt(pointer, services_.screens);
   if (!screen) screen = services_.screens.mainScreen();
   if (!screen) return;
+  if (!pointer) return panel.setFrameOrigin(originCentered(size, screen->visibleFrame));
   // It hangs below the pointer, whose place is in the title row, away from the rows.
   constexpr double kAbovePointer = 40, kMargin = 8;
   const Rect& visible = screen->visibleFrame;
-  panel.setFrameOrigin({clamped(pointer.x - size.width / 2, visible.minX() + kMargin,
+  panel.setFrameOrigin({clamped(pointer->x - size.width / 2, visible.minX() + kMargin,
                                 visible.maxX() - size.width - kMargin),
-                        clamped(pointer.y - size.height + kAbovePointer, visible.minY() + kMargin,
+                        clamped(pointer->y - size.height + kAbovePointer, visible.minY() + kMargin,
                                 visible.maxY() - size.height - kMargin)});
 }
 
 void QuickPasteController::screensChanged() {
   if (!panel_ || !panel_->isVisible()) return;
-  const Rect frame = panel_->frame();
+  const std::optional<Rect> frame = panel_->frame();
   const std::vector<Screen> screens = services_.screens.screens();
-  const bool inSight = std::any_of(screens.begin(), screens.end(), [&](const Screen& each) {
-    return each.frame.minX() <= frame.minX() && frame.maxX() <= each.frame.maxX() &&
-           each.frame.minY() <= frame.minY() && frame.maxY() <= each.frame.maxY();
-  });
+  const bool inSight =
+      frame && std::any_of(screens.begin(), screens.end(), [&](const Screen& each) {
+        return each.frame.minX() <= frame->minX() && frame->maxX() <= each.frame.maxX() &&
+               each.frame.minY() <= frame->minY() && frame->maxY() <= each.frame.maxY();
+      });
   if (!inSight) positionPanel(*panel_);
 }
 
@@ -279,8 +282,8 @@ void QuickPasteController::installMonitors() {
   keyMonitor_ = services_.events.addLocalKeyDownMonitor(
       [this](const KeyDownEvent& event) { return handleKeyDown(event); });
   globalClickMonitor_ = services_.events.addGlobalMouseDownMonitor([this] { dismissSoon(); });
-  localClickMonitor_ = services_.events.addLocalMouseDownMonitor([this](std::uint64_t window) {
-    if (panel_ && window != panel_->windowNumber()) dismissSoon();
+  localClickMonitor_ = services_.events.addLocalMouseDownMonitor([this](WindowId window) {
+    if (panel_ && window != panel_->windowId()) dismissSoon();
   });
 }
 

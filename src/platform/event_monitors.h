@@ -5,6 +5,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/window_id.h"
+
 namespace brimlo {
 
 /// A key pressed in a window of this program, repeats included.
@@ -44,10 +46,10 @@ class EventMonitors {
   [[nodiscard]] virtual std::unique_ptr<EventMonitor> addGlobalMouseDownMonitor(
       std::function<void()> handler) = 0;
 
-  /// Tells `handler` of every mouse button pressed over a window of this program: its number.
+  /// Tells `handler` of every mouse button pressed over a window of this program, and which one.
   /// The event goes on.
   [[nodiscard]] virtual std::unique_ptr<EventMonitor> addLocalMouseDownMonitor(
-      std::function<void(std::uint64_t windowNumber)> handler) = 0;
+      std::function<void(WindowId window)> handler) = 0;
 };
 
 }  // namespace brimlo

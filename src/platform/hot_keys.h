@@ -14,7 +14,7 @@ struct EventHotKeyID {
   bool operator==(const EventHotKeyID&) const = default;
 };
 
-/// A registered hotkey; destroying it unregisters it.
+/// A hotkey that was asked for or is registered; destroying it ends that.
 class EventHotKey {
  public:
   virtual ~EventHotKey() = default;
@@ -40,15 +40,18 @@ class HotKeys {
   /// held down is one press. The press reaches nobody else.
   [[nodiscard]] virtual std::unique_ptr<EventHandler> installEventHandler(Handler handler) = 0;
 
-  struct Registration {
-    std::int32_t status;                  ///< 0, or the desktop's own number for what is wrong
-    std::unique_ptr<EventHotKey> hotKey;  ///< null unless the status is 0
-  };
-  /// Takes a key for this program, whichever lock keys are on, and keeps it when the keyboard's
-  /// layout changes. Fails where another program has it. `keyCode`: a virtual key code.
-  [[nodiscard]] virtual Registration registerEventHotKey(std::uint32_t keyCode,
-                                                         std::uint32_t modifiers,
-                                                         EventHotKeyID id) = 0;
+  /// What came of a registration: 0, or the session's own number for what is wrong.
+  using Status = std::int32_t;
+  /// Asks for a key for this program, whichever lock keys are on, to be kept when the keyboard's
+  /// layout changes. Calls `answered` once: from within the call, or later from the run loop where
+  /// the session asks the person or another process first. It fails where another program has the
+  /// key. `keyCode`: a virtual key code.
+  ///
+  /// The token is the request and, when that was granted, the registration. It is never null. When
+  /// it ends before the answer, `answered` is not called. `answered` may end it.
+  [[nodiscard]] virtual std::unique_ptr<EventHotKey> registerEventHotKey(
+      std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID id,
+      std::function<void(Status)> answered) = 0;
 };
 
 }  // namespace brimlo

@@ -25,7 +25,7 @@ class KeyEventPoster {
 
   enum class Result {
     kPosted,
-    kFailed,  ///< the events could not be made; nothing was posted
+    kFailed,  ///< nothing was posted: the events could not be made, or the right to was revoked
   };
   /// Posts the press and the release of a key, as if nothing else were held down: keys that the
   /// person holds are released first and not pressed again. Never posts to a window of this

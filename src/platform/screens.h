@@ -25,17 +25,19 @@ class Screens {
   /// The one that a window appears on when nothing else decides.
   virtual std::optional<Screen> mainScreen() const = 0;
 
-  /// The top left corner of the pixel that the pointer is on.
-  virtual Point pointerLocation() const = 0;
+  /// The top left corner of the pixel that the pointer is on; none where the session tells that
+  /// only while the pointer is over a window of this program.
+  virtual std::optional<Point> pointerLocation() const = 0;
 
   /// Calls `onChange` whenever a screen comes, goes, or is another size or elsewhere.
   virtual Subscription observeChanges(std::function<void()> onChange) = 0;
 };
 
-/// The screen that `point` is on.
-inline std::optional<Screen> screenAt(Point point, const Screens& screens) {
+/// The screen that `point` is on; none without a point.
+inline std::optional<Screen> screenAt(std::optional<Point> point, const Screens& screens) {
+  if (!point) return std::nullopt;
   for (const Screen& each : screens.screens()) {
-    if (each.frame.contains(point)) return each;
+    if (each.frame.contains(*point)) return each;
   }
   return std::nullopt;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "base/geometry.h"
 
@@ -12,10 +13,15 @@ class TitledWindow {
  public:
   virtual ~TitledWindow() = default;
 
-  /// Where its content is; the frame that the desktop adds is not counted.
-  virtual Rect frame() const = 0;
+  /// The size of its content.
+  virtual Size contentSize() const = 0;
+  /// Where its content is; the frame that the desktop adds is not counted. None where the session
+  /// does not tell programs where their windows are.
+  virtual std::optional<Rect> frame() const = 0;
+  /// Puts the bottom left corner of its content at `origin`, where the session lets programs place
+  /// their windows.
   virtual void setFrameOrigin(Point origin) = 0;
-  /// Puts it in the middle of the screen that the person is working on.
+  /// Puts it in the middle of the screen that the person is working on, likewise.
   virtual void center() = 0;
 
   enum class Level { kNormal, kFloating };

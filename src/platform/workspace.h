@@ -1,15 +1,16 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
+
+#include "platform/window_id.h"
 
 namespace brimlo {
 
 /// An application that runs, or ran, with a window on this desktop; a value.
 struct RunningApplication {
   std::string bundleIdentifier;  ///< what it calls itself to the desktop; empty when it does not
-  std::uint64_t window = 0;      ///< which of its windows was in front; the desktop's own number
+  WindowId window = WindowId::kNone;  ///< which of its windows was in front
 };
 
 /// The applications of the desktop. Main thread.
@@ -17,8 +18,8 @@ class Workspace {
  public:
   virtual ~Workspace() = default;
 
-  /// The application that the keyboard goes to. None when no window has it, or one of this
-  /// program's own does.
+  /// The application that the keyboard goes to. None when no window has it, when one of this
+  /// program's own does, and where the session does not tell.
   virtual std::optional<RunningApplication> frontmostApplication() = 0;
 
   enum class Activation {

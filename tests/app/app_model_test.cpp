@@ -179,13 +179,13 @@ TEST_F(AppModelTest, TheHotkeyOpensThePaletteForTheApplicationInFront) {
   const auto model = make();
   EXPECT_EQ(started, std::vector<std::string>{"hotkey ⇧⌘V register status=0 registered=true"});
   ASSERT_EQ(hotKeys.registered.callbacks.size(), 1u);
-  const auto& [keyCode, modifiers, id] = hotKeys.registered.callbacks.begin()->second;
-  EXPECT_EQ(std::tuple(keyCode, modifiers), std::tuple(9u, 0x300u));
-  EXPECT_EQ(id, (EventHotKeyID{0x42524C4F, 1}));
+  const auto& key = hotKeys.registered.callbacks.begin()->second;
+  EXPECT_EQ(std::tuple(key.keyCode, key.modifiers), std::tuple(9u, 0x300u));
+  EXPECT_EQ(key.id, (EventHotKeyID{0x42524C4F, 1}));
   model->store().add("from the phone", "action", 1e12);
   model->templateStore().setTemplates({{"t", "title", "[{clipboard}]", 0}});
   copy("on the clipboard");
-  desktop.front = RunningApplication{"Editor", 5};
+  desktop.front = RunningApplication{"Editor", WindowId{5}};
   const std::int64_t row = 1;
   struct Case {
     const char* section;

@@ -38,7 +38,7 @@ class PasteDeliveryTest : public testing::Test {
                           .workspace = desktop},
                          monitor,
                          store};
-  std::optional<RunningApplication> target = RunningApplication{"Editor", 7};
+  std::optional<RunningApplication> target = RunningApplication{"Editor", WindowId{7}};
 };
 
 TEST_F(PasteDeliveryTest, ATrustedPasteActivatesTheTargetAndPostsCommandVAfter80Milliseconds) {
@@ -67,13 +67,13 @@ TEST_F(PasteDeliveryTest, ATargetMayBeMissingNamelessOrGone) {
   EXPECT_EQ(log.lines[1], "AX trusted -> auto-paste to ?");
   pasteboard.take();
   log = {};
-  target = RunningApplication{"", 7};
+  target = RunningApplication{"", WindowId{7}};
   paste("b");
   loop.advance(80ms);
   EXPECT_EQ(log.lines[1], "AX trusted -> auto-paste to ?");
   pasteboard.take();
   log = {};
-  target = RunningApplication{"Quit", 8};
+  target = RunningApplication{"Quit", WindowId{8}};
   desktop.gone = true;
   paste("c");
   loop.advance(80ms);

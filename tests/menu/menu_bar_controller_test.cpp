@@ -96,7 +96,7 @@ TEST_F(MenuBarControllerTest, EveryWayOutClosesIt) {
   const std::pair<const char*, std::function<void()>> ways[] = {
       {"the icon", [&] { menuBar.toggle(icon); }},
       {"another window", [&] { events.clickElsewhere(); }},
-      {"another window of this program", [&] { events.click(test::FakePanel::kWindow + 1); }},
+      {"another window of this program", [&] { events.click(WindowId{7}); }},
       {"the keyboard gone", [&] { panel.resign(); }},
       {"Escape", [&] { content->escape(); }},
   };

@@ -290,7 +290,7 @@ TEST_F(QuickPasteControllerTest, ItClosesWhenThePersonTurnsAway) {
   const std::pair<const char*, std::function<void()>> ways[] = {
       {"Escape", [&] { press(kEscape); }},
       {"a click elsewhere", [&] { events.clickElsewhere(); }},
-      {"a click in another window of its own", [&] { events.click(7); }},
+      {"a click in another window of its own", [&] { events.click(WindowId{7}); }},
       {"the keyboard goes elsewhere", [&] { panel.resign(); }},
       {"the application", [&] { controller.dismiss(); }},
   };

@@ -8,6 +8,7 @@
 #include "platform/qt/qt_run_loop.h"
 #include "platform/x11/x11_key_events.h"
 #include "platform/x11/x11_pasteboard.h"
+#include "platform/x11/x11_window_id.h"
 #include "platform/x11/x11_workspace.h"
 #include "support/fakes.h"
 #include "support/wait.h"
@@ -63,7 +64,7 @@ TEST_F(X11DesktopTest, AWindowComesBackToTheFrontFromWhereverItIsUntilItHasQuit)
   EXPECT_EQ(front(), "");
   const auto first = open("First");
   const RunningApplication remembered = *workspace.frontmostApplication();
-  const std::string id = std::to_string(remembered.window);
+  const std::string id = std::to_string(xcbWindow(remembered.window));
   const auto second = open("Second");
   for (const std::string& away :
        {"getwindowname " + id, "windowminimize " + id, "set_desktop_for_window " + id + " 2"}) {
@@ -79,7 +80,7 @@ TEST_F(X11DesktopTest, AWindowComesBackToTheFrontFromWhereverItIsUntilItHasQuit)
 
 TEST_F(X11DesktopTest, NothingIsPostedWhileAPanelOfThisProgramHasTheKeyboard) {
   const auto own = open("Own");
-  const std::string id = std::to_string(workspace.frontmostApplication()->window);
+  const std::string id = std::to_string(xcbWindow(workspace.frontmostApplication()->window));
   const QStringList claim = {"-id", id.c_str(), "-f",          "_NET_WM_PID",
                              "32c", "-set",     "_NET_WM_PID", QString::number(getpid())};
   QProcess::execute("xprop", claim);

@@ -13,6 +13,7 @@
 #include "platform/x11/x11_event_monitors.h"
 #include "platform/x11/x11_hot_keys.h"
 #include "platform/x11/x11_properties.h"
+#include "platform/x11/x11_window_id.h"
 #include "platform/x11/x11_window_server.h"
 #include "platform/x11/xcb_xkb.h"
 #include "support/fakes.h"
@@ -114,8 +115,16 @@ class X11PanelTest : public testing::Test {
     return x11->waitFor(xcb_get_input_focus_reply, xcb_get_input_focus(x11->xcb()))->focus;
   }
 
-  HotKeys::Registration registerHotKey() {
-    return hotKeys.registerEventHotKey(9, HotKeys::kCommandKey | HotKeys::kShiftKey, {1, 2});
+  struct Registration {
+    HotKeys::Status status = -1;
+    std::unique_ptr<EventHotKey> hotKey;
+  };
+  Registration registerHotKey(std::uint32_t keyCode = 9) {
+    Registration made;
+    made.hotKey =
+        hotKeys.registerEventHotKey(keyCode, HotKeys::kCommandKey | HotKeys::kShiftKey, {1, 2},
+                                    [&](HotKeys::Status status) { made.status = status; });
+    return made;
   }
   static std::string chord(int key) {
     std::string text = "xdotool";
@@ -198,19 +207,18 @@ TEST_F(X11PanelTest, AHotKeyReachesNobodyElse) {
 }
 
 TEST_F(X11PanelTest, AHotKeyThatAnotherProgramHasIsRefusedWholeAndFreeAfterwards) {
-  EXPECT_NE(hotKeys.registerEventHotKey(8, HotKeys::kCommandKey, {1, 2}).status, 0);
+  EXPECT_NE(registerHotKey(8).status, 0);
   {
     Client other;
     ASSERT_TRUE(wait([&] { return other.grab(kKeyOfV, kModifiers | XCB_MOD_MASK_LOCK); }));
     const auto refused = registerHotKey();
     EXPECT_EQ(refused.status, kBadAccess);
-    EXPECT_EQ(refused.hotKey, nullptr);
     EXPECT_TRUE(wait([&] { return other.grab(kKeyOfV, kModifiers); })) << "nothing was kept";
   }
-  HotKeys::Registration hotKey;
+  Registration hotKey;
   ASSERT_TRUE(wait([&] {
-    if (!hotKey.hotKey) hotKey = registerHotKey();
-    return hotKey.hotKey != nullptr;
+    if (hotKey.status != 0) hotKey = registerHotKey();
+    return hotKey.status == 0;
   }));
   EXPECT_EQ(registerHotKey().status, kBadAccess) << "it is taken already";
   EXPECT_EQ(press(kKeyOfV), 1);
@@ -256,7 +264,7 @@ TEST_F(X11PanelTest, AHotKeyFollowsTheLayoutAndWhatItCannotTakeIsLogged) {
 TEST_F(X11PanelTest, ThePanelHasTheKeyboardWhileTheApplicationStaysInFront) {
   open("First", "+0+0");
   const auto hotKey = registerHotKey();
-  const std::uint64_t before = workspace.frontmostApplication()->window;
+  const xcb_window_t before = xcbWindow(workspace.frontmostApplication()->window);
   for (int round = 0; round < 3; ++round) {
     panel.keys = 0;
     takeKeyboard();
@@ -405,9 +413,9 @@ TEST_F(X11PanelTest, ClicksAreToldByWhoseWindowTheyAreOn) {
   open("First", "+0+0");
   takeKeyboard();
   int elsewhere = 0, self = 0;
-  std::vector<std::uint64_t> own;
+  std::vector<WindowId> own;
   const auto local =
-      monitors.addLocalMouseDownMonitor([&](std::uint64_t number) { own.push_back(number); });
+      monitors.addLocalMouseDownMonitor([&](WindowId window) { own.push_back(window); });
   auto global = monitors.addGlobalMouseDownMonitor([&] { ++elsewhere; });
   std::unique_ptr<EventMonitor> once = monitors.addGlobalMouseDownMonitor([&] {
     ++self;
@@ -418,11 +426,11 @@ TEST_F(X11PanelTest, ClicksAreToldByWhoseWindowTheyAreOn) {
     settle();
     return std::pair(std::exchange(elsewhere, 0), std::exchange(own, {}));
   };
-  using Told = std::pair<int, std::vector<std::uint64_t>>;
+  using Told = std::pair<int, std::vector<WindowId>>;
   EXPECT_EQ(click("60 60 click 1"), Told(1, {}));
   EXPECT_EQ(click("60 60 click 4"), Told(0, {})) << "the wheel";
   EXPECT_EQ(click("700 500 click 1"), Told(1, {})) << "no window at all";
-  EXPECT_EQ(click("850 650 click 1"), Told(0, {panel.winId()}));
+  EXPECT_EQ(click("850 650 click 1"), Told(0, {static_cast<WindowId>(panel.winId())}));
   EXPECT_EQ(self, 1) << "a monitor that removed itself";
   global.reset();
   EXPECT_EQ(click("60 60 click 1"), Told(0, {}));

@@ -28,7 +28,7 @@ class FakeSurroundings : public Environment, public Screens {
 
   std::vector<Screen> screens() const override { return all; }
   std::optional<Screen> mainScreen() const override { return main; }
-  Point pointerLocation() const override { return pointer; }
+  std::optional<Point> pointerLocation() const override { return pointer; }
   Subscription observeChanges(std::function<void()> onChange) override {
     return changes.observeChanges([onChange = std::move(onChange)](int) { onChange(); });
   }
@@ -36,7 +36,7 @@ class FakeSurroundings : public Environment, public Screens {
   std::map<std::string, std::string> variables;
   std::vector<Screen> all{{{{0, 0}, {1280, 800}}, {{0, 0}, {1280, 776}}}};
   std::optional<Screen> main = all[0];
-  Point pointer{640, 400};
+  std::optional<Point> pointer = Point{640, 400};
   Published<int> changes{0};
 };
 
@@ -76,7 +76,7 @@ class FakeEventMonitors : public EventMonitors {
     return globalClicks.add(std::move(handler));
   }
   std::unique_ptr<EventMonitor> addLocalMouseDownMonitor(
-      std::function<void(std::uint64_t)> handler) override {
+      std::function<void(WindowId)> handler) override {
     return localClicks.add(std::move(handler));
   }
 
@@ -89,13 +89,13 @@ class FakeEventMonitors : public EventMonitors {
   void clickElsewhere() {
     for (const auto& [key, handler] : std::map(globalClicks.callbacks)) handler();
   }
-  void click(std::uint64_t window) {
+  void click(WindowId window) {
     for (const auto& [key, handler] : std::map(localClicks.callbacks)) handler(window);
   }
 
   Registry<EventMonitor, std::function<bool(const KeyDownEvent&)>> keys;
   Registry<EventMonitor, std::function<void()>> globalClicks;
-  Registry<EventMonitor, std::function<void(std::uint64_t)>> localClicks;
+  Registry<EventMonitor, std::function<void(WindowId)>> localClicks;
 };
 
 class FakeHotKeys : public HotKeys {
@@ -103,10 +103,21 @@ class FakeHotKeys : public HotKeys {
   std::unique_ptr<EventHandler> installEventHandler(Handler handler) override {
     return handlers.add(std::move(handler));
   }
-  Registration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
-                                   EventHotKeyID id) override {
-    if (status != 0) return {status, nullptr};
-    return {0, registered.add({keyCode, modifiers, id})};
+  std::unique_ptr<EventHotKey> registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                                   EventHotKeyID id,
+                                                   std::function<void(Status)> answered) override {
+    auto request = registered.add({keyCode, modifiers, id, std::move(answered)});
+    if (status) answer(*status);
+    return request;
+  }
+
+  /// Answers every request that waits.
+  void answer(Status given) {
+    for (const auto& [key, request] : std::map(registered.callbacks)) {
+      const auto waiting = registered.callbacks.find(key);
+      if (waiting == registered.callbacks.end()) continue;
+      if (const auto answered = std::exchange(waiting->second.answered, nullptr)) answered(given);
+    }
   }
 
   void press(EventHotKeyID id) {
@@ -117,16 +128,18 @@ class FakeHotKeys : public HotKeys {
     std::uint32_t keyCode;
     std::uint32_t modifiers;
     EventHotKeyID id;
+    std::function<void(Status)> answered;  // null once it was
   };
   Registry<EventHandler, Handler> handlers;
   Registry<EventHotKey, Key> registered;
-  std::int32_t status = 0;
+  std::optional<Status> status = 0;  // what a request is answered with at once
 };
 
 /// A panel on no screen, which the test asks and changes through what outlives it.
 struct PanelRecord {
   Size fitting{500, 497};
   Rect frame = {};
+  bool prepared = false;
   bool visible = false;
   bool composing = false;
   int made = 0;
@@ -138,23 +151,25 @@ class FakePanel : public KeyablePanel {
  public:
   explicit FakePanel(PanelRecord& record) : record_(record) { ++record_.made; }
 
+  void prepare() override { record_.prepared = true; }
   Size fittingSize() const override { return record_.fitting; }
   void setContentSize(Size size) override { record_.frame.size = size; }
   void setOnFittingSizeChange(std::function<void()> onChange) override {
     record_.refit = std::move(onChange);
   }
-  Rect frame() const override { return record_.frame; }
+  Size contentSize() const override { return record_.frame.size; }
+  std::optional<Rect> frame() const override { return record_.frame; }
   void setFrameOrigin(Point origin) override { record_.frame.origin = origin; }
   void makeKeyAndOrderFront() override { record_.visible = true; }
   void orderOut() override { record_.visible = false; }
   bool isVisible() const override { return record_.visible; }
   bool isComposing() const override { return record_.composing; }
-  std::uint64_t windowNumber() const override { return kWindow; }
+  WindowId windowId() const override { return kWindow; }
   void setOnResignKey(std::function<void()> onResignKey) override {
     record_.resign = std::move(onResignKey);
   }
 
-  static constexpr std::uint64_t kWindow = 42;
+  static constexpr WindowId kWindow{42};
 
  private:
   PanelRecord& record_;
@@ -180,7 +195,8 @@ class FakeWindow : public TitledWindow {
  public:
   explicit FakeWindow(WindowRecord& record) : record_(record) { ++record_.made; }
 
-  Rect frame() const override { return record_.frame; }
+  Size contentSize() const override { return record_.frame.size; }
+  std::optional<Rect> frame() const override { return record_.frame; }
   void setFrameOrigin(Point origin) override { record_.frame.origin = origin; }
   void center() override {
     ++record_.centered;

@@ -67,8 +67,9 @@ struct JournalingDefaults : FakeDefaults {
 };
 struct JournalingHotKeys : FakeHotKeys {
   explicit JournalingHotKeys(Journal& to) : journal(to) {}
-  Registration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
-                                   EventHotKeyID id) override {
+  std::unique_ptr<EventHotKey> registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                                   EventHotKeyID id,
+                                                   std::function<void(Status)> answered) override {
     struct Held : EventHotKey {
       Held(Journal& to, std::unique_ptr<EventHotKey> key) : log(to), real(std::move(key)) {}
       ~Held() override { log.push_back("end hotkey"); }
@@ -76,9 +77,8 @@ struct JournalingHotKeys : FakeHotKeys {
       std::unique_ptr<EventHotKey> real;
     };
     journal.push_back("hotkey");
-    Registration made = FakeHotKeys::registerEventHotKey(keyCode, modifiers, id);
-    if (made.hotKey) made.hotKey = std::make_unique<Held>(journal, std::move(made.hotKey));
-    return made;
+    return std::make_unique<Held>(
+        journal, FakeHotKeys::registerEventHotKey(keyCode, modifiers, id, std::move(answered)));
   }
   Journal& journal;
 };

@@ -62,7 +62,7 @@ std::optional<Screen> QtScreens::mainScreen() const {
   return primary ? std::optional(screenOf(*primary)) : std::nullopt;
 }
 
-Point QtScreens::pointerLocation() const {
+std::optional<Point> QtScreens::pointerLocation() const {
   return fromQt(QCursor::pos());
 }
 

@@ -22,7 +22,7 @@ class QtScreens : public Screens {
 
   std::vector<Screen> screens() const override;
   std::optional<Screen> mainScreen() const override;
-  Point pointerLocation() const override;
+  std::optional<Point> pointerLocation() const override;
   Subscription observeChanges(std::function<void()> onChange) override;
 
  private:

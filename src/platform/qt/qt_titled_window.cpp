@@ -13,8 +13,8 @@
 namespace brimlo {
 
 QtTitledWindow::QtTitledWindow(std::unique_ptr<QWidget> content, const std::string& title,
-                               Workspace& workspace)
-    : content_(std::move(content)), workspace_(workspace) {
+                               Activate activate)
+    : content_(std::move(content)), activate_(std::move(activate)) {
   content_->setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                            Qt::WindowCloseButtonHint);
   content_->setWindowTitle(QString::fromStdString(title));
@@ -24,12 +24,16 @@ QtTitledWindow::QtTitledWindow(std::unique_ptr<QWidget> content, const std::stri
 }
 
 QtTitledWindow::~QtTitledWindow() {
-  // Its end tells of itself too, to a window that is half gone.
+  // The content sends events while it is destroyed, after this object.
   content_->windowHandle()->removeEventFilter(this);
   content_->removeEventFilter(this);
 }
 
-Rect QtTitledWindow::frame() const {
+Size QtTitledWindow::contentSize() const {
+  return {static_cast<double>(content_->width()), static_cast<double>(content_->height())};
+}
+
+std::optional<Rect> QtTitledWindow::frame() const {
   return fromQt(content_->geometry());
 }
 
@@ -53,7 +57,7 @@ void QtTitledWindow::makeKeyAndOrderFront() {
   comingUp_ = !content_->isVisible();
   content_->showNormal();
   content_->raise();
-  if (!comingUp_) activate();
+  if (!comingUp_) activate_(*content_->windowHandle());
 }
 
 void QtTitledWindow::orderOut() {
@@ -70,7 +74,7 @@ bool QtTitledWindow::eventFilter(QObject* receiver, QEvent* event) {
     // one.
     if (event->type() == QEvent::Expose && content_->windowHandle()->isExposed() &&
         std::exchange(comingUp_, false)) {
-      activate();
+      activate_(*content_->windowHandle());
     }
   } else if (event->type() == QEvent::Close) {
     if (onWillClose_) onWillClose_();
@@ -80,10 +84,6 @@ bool QtTitledWindow::eventFilter(QObject* receiver, QEvent* event) {
     content_->windowHandle()->startSystemMove();
   }
   return false;
-}
-
-void QtTitledWindow::activate() {
-  workspace_.activate({.bundleIdentifier = "", .window = content_->winId()});
 }
 
 }  // namespace brimlo

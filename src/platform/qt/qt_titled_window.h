@@ -2,24 +2,27 @@
 
 #include <QObject>
 #include <QWidget>
+#include <QWindow>
 #include <functional>
 #include <memory>
 #include <string>
 
 #include "platform/titled_window.h"
-#include "platform/workspace.h"
 
 namespace brimlo {
 
 /// A window in a Qt window that the window manager frames.
 class QtTitledWindow : public TitledWindow, private QObject {
  public:
-  /// `content` has a fixed size. `title`: what the desktop calls the window. `workspace` outlives
-  /// it.
-  QtTitledWindow(std::unique_ptr<QWidget> content, const std::string& title, Workspace& workspace);
+  /// Has the desktop bring the window to the front, in whatever way the session has for that.
+  using Activate = std::function<void(QWindow&)>;
+
+  /// `content` has a fixed size. `title`: what the desktop calls the window.
+  QtTitledWindow(std::unique_ptr<QWidget> content, const std::string& title, Activate activate);
   ~QtTitledWindow() override;
 
-  Rect frame() const override;
+  Size contentSize() const override;
+  std::optional<Rect> frame() const override;
   void setFrameOrigin(Point origin) override;
   void center() override;
   void setLevel(Level level) override;
@@ -29,10 +32,9 @@ class QtTitledWindow : public TitledWindow, private QObject {
 
  private:
   bool eventFilter(QObject* receiver, QEvent* event) override;
-  void activate();
 
   std::unique_ptr<QWidget> content_;
-  Workspace& workspace_;
+  Activate activate_;
   std::function<void()> onWillClose_;
   bool comingUp_ = false;
 };

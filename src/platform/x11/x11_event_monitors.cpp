@@ -110,7 +110,7 @@ std::unique_ptr<EventMonitor> X11EventMonitors::addGlobalMouseDownMonitor(
 }
 
 std::unique_ptr<EventMonitor> X11EventMonitors::addLocalMouseDownMonitor(
-    std::function<void(std::uint64_t)> handler) {
+    std::function<void(WindowId)> handler) {
   return std::make_unique<LocalMouseDownMonitor>(localMouseDownMonitors_, std::move(handler));
 }
 
@@ -127,8 +127,8 @@ bool X11EventMonitors::nativeEventFilter(const QByteArray& type, void* message, 
 bool X11EventMonitors::eventFilter(QObject* receiver, QEvent* event) {
   if (!receiver->isWindowType()) return false;
   if (event->type() == QEvent::MouseButtonPress) {
-    const std::uint64_t number = static_cast<QWindow*>(receiver)->winId();
-    forEach(localMouseDownMonitors_, [&](const auto& handler) { handler(number); });
+    const auto window = static_cast<WindowId>(static_cast<QWindow*>(receiver)->winId());
+    forEach(localMouseDownMonitors_, [&](const auto& handler) { handler(window); });
   } else if (event->type() == QEvent::KeyPress && !keyDownMonitors_.empty()) {
     const auto& press = *static_cast<const QKeyEvent*>(event);
     const KeyDownEvent down = translated(static_cast<xcb_keycode_t>(press.nativeScanCode()),

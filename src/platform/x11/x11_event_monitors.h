@@ -30,14 +30,14 @@ class X11EventMonitors : public EventMonitors, private QAbstractNativeEventFilte
       std::function<bool(const KeyDownEvent&)> handler) override;
   std::unique_ptr<EventMonitor> addGlobalMouseDownMonitor(std::function<void()> handler) override;
   std::unique_ptr<EventMonitor> addLocalMouseDownMonitor(
-      std::function<void(std::uint64_t windowNumber)> handler) override;
+      std::function<void(WindowId window)> handler) override;
 
  private:
   template <typename Handler>
   class Monitor;
   using KeyDownMonitor = Monitor<std::function<bool(const KeyDownEvent&)>>;
   using GlobalMouseDownMonitor = Monitor<std::function<void()>>;
-  using LocalMouseDownMonitor = Monitor<std::function<void(std::uint64_t)>>;
+  using LocalMouseDownMonitor = Monitor<std::function<void(WindowId)>>;
 
   bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
   bool eventFilter(QObject* receiver, QEvent* event) override;

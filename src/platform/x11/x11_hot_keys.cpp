@@ -80,18 +80,26 @@ std::unique_ptr<EventHandler> X11HotKeys::installEventHandler(Handler handler) {
   return std::make_unique<InstalledHandler>(*this, std::move(handler));
 }
 
-HotKeys::Registration X11HotKeys::registerEventHotKey(std::uint32_t keyCode,
-                                                      std::uint32_t modifiers, EventHotKeyID id) {
-  constexpr std::int32_t kBadValue = 2, kBadAccess = 10;
-  if (keyCode != KeyEvent::kVirtualKeyV) return {kBadValue, nullptr};
-  const Keys keys = keysFor(modifiers);
-  if (keys.key == 0) return {kBadValue, nullptr};
+std::unique_ptr<EventHotKey> X11HotKeys::registerEventHotKey(std::uint32_t keyCode,
+                                                             std::uint32_t modifiers,
+                                                             EventHotKeyID id,
+                                                             std::function<void(Status)> answered) {
+  const Keys keys = keyCode == KeyEvent::kVirtualKeyV ? keysFor(modifiers) : Keys();
+  const Status status = tryGrab(keys);
+  std::unique_ptr<EventHotKey> hotKey = std::make_unique<EventHotKey>();
+  if (status == 0) hotKey = std::make_unique<Grab>(*this, modifiers, keys, id);
+  answered(status);
+  return hotKey;
+}
+
+HotKeys::Status X11HotKeys::tryGrab(const Keys& keys) {
+  constexpr Status kBadValue = 2, kBadAccess = 10;
+  if (keys.key == 0) return kBadValue;
   // The server lets a client grab a key twice, but ends both grabs at once.
   for (const Grab* const each : grabs_) {
-    if (each->keys == keys) return {kBadAccess, nullptr};
+    if (each->keys == keys) return kBadAccess;
   }
-  if (const std::uint8_t error = grab(keys)) return {error, nullptr};
-  return {0, std::make_unique<Grab>(*this, modifiers, keys, id)};
+  return grab(keys);
 }
 
 X11HotKeys::Keys X11HotKeys::keysFor(std::uint32_t modifiers) {

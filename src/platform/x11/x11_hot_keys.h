@@ -25,8 +25,9 @@ class X11HotKeys : public HotKeys {
   X11HotKeys(X11Connection& x11, X11Keyboard& keyboard, X11RawInput& rawInput, SystemLog& log);
 
   std::unique_ptr<EventHandler> installEventHandler(Handler handler) override;
-  Registration registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
-                                   EventHotKeyID id) override;
+  std::unique_ptr<EventHotKey> registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                                   EventHotKeyID id,
+                                                   std::function<void(Status)> answered) override;
 
  private:
   class InstalledHandler;
@@ -40,6 +41,7 @@ class X11HotKeys : public HotKeys {
     bool operator==(const Keys&) const = default;
   };
   Keys keysFor(std::uint32_t modifiers);
+  Status tryGrab(const Keys& keys);
   std::uint8_t grab(const Keys& keys);
   void ungrab(const Keys& keys);
   void regrab();

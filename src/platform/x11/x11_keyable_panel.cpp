@@ -5,11 +5,12 @@
 #include <utility>
 
 #include "platform/qt/qt_screens.h"
+#include "platform/x11/x11_window_id.h"
 
 namespace brimlo {
 
-QtKeyablePanel::QtKeyablePanel(std::unique_ptr<QWidget> content,
-                               std::function<QRegion()> opaqueShape, WindowServer& server)
+X11KeyablePanel::X11KeyablePanel(std::unique_ptr<QWidget> content,
+                                 std::function<QRegion()> opaqueShape, X11WindowServer& server)
     : content_(std::move(content)), opaqueShape_(std::move(opaqueShape)), server_(server) {
   content_->setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint |
                            Qt::NoDropShadowWindowHint);
@@ -19,39 +20,43 @@ QtKeyablePanel::QtKeyablePanel(std::unique_ptr<QWidget> content,
   QCoreApplication::instance()->installEventFilter(this);
 }
 
-QtKeyablePanel::~QtKeyablePanel() {
+X11KeyablePanel::~X11KeyablePanel() {
   orderOut();
 }
 
-void QtKeyablePanel::prepare() {
+void X11KeyablePanel::prepare() {
   content_->adjustSize();
   content_->winId();
   content_->grab();
 }
 
-Size QtKeyablePanel::fittingSize() const {
+Size X11KeyablePanel::fittingSize() const {
   content_->ensurePolished();
   const QSize hint = content_->sizeHint();
   return {static_cast<double>(hint.width()), static_cast<double>(hint.height())};
 }
 
-void QtKeyablePanel::setContentSize(Size size) {
+void X11KeyablePanel::setContentSize(Size size) {
   content_->resize(QSizeF(size.width, size.height).toSize());
 }
 
-void QtKeyablePanel::setOnFittingSizeChange(std::function<void()> onChange) {
+void X11KeyablePanel::setOnFittingSizeChange(std::function<void()> onChange) {
   onFittingSizeChange_ = std::move(onChange);
 }
 
-Rect QtKeyablePanel::frame() const {
+Size X11KeyablePanel::contentSize() const {
+  return {static_cast<double>(content_->width()), static_cast<double>(content_->height())};
+}
+
+std::optional<Rect> X11KeyablePanel::frame() const {
   return fromQt(content_->geometry());
 }
 
-void QtKeyablePanel::setFrameOrigin(Point origin) {
+void X11KeyablePanel::setFrameOrigin(Point origin) {
   content_->move(topLeftInQt(origin, content_->height()));
 }
 
-void QtKeyablePanel::makeKeyAndOrderFront() {
+void X11KeyablePanel::makeKeyAndOrderFront() {
   if (server_.isCompositing()) {
     content_->clearMask();
   } else {
@@ -62,30 +67,31 @@ void QtKeyablePanel::makeKeyAndOrderFront() {
   takeKeyboard();
 }
 
-void QtKeyablePanel::orderOut() {
+void X11KeyablePanel::orderOut() {
   if (!isVisible()) return;
   composing_ = false;
-  server_.giveKeyboardBack(content_->winId());
+  server_.giveKeyboardBack(number());
   content_->hide();
 }
 
-bool QtKeyablePanel::isVisible() const {
+bool X11KeyablePanel::isVisible() const {
   return content_->isVisible();
 }
 
-bool QtKeyablePanel::isComposing() const {
+bool X11KeyablePanel::isComposing() const {
   return composing_;
 }
 
-std::uint64_t QtKeyablePanel::windowNumber() const {
-  return content_->testAttribute(Qt::WA_WState_Created) ? content_->winId() : 0;
+WindowId X11KeyablePanel::windowId() const {
+  return content_->testAttribute(Qt::WA_WState_Created) ? brimlo::windowId(number())
+                                                        : WindowId::kNone;
 }
 
-void QtKeyablePanel::setOnResignKey(std::function<void()> onResignKey) {
+void X11KeyablePanel::setOnResignKey(std::function<void()> onResignKey) {
   onResignKey_ = std::move(onResignKey);
 }
 
-bool QtKeyablePanel::eventFilter(QObject* receiver, QEvent* event) {
+bool X11KeyablePanel::eventFilter(QObject* receiver, QEvent* event) {
   const auto* widget = qobject_cast<QWidget*>(receiver);
   if (!widget || widget->window() != content_.get()) return false;
   if (event->type() == QEvent::LayoutRequest && widget == content_.get()) {
@@ -105,8 +111,12 @@ bool QtKeyablePanel::eventFilter(QObject* receiver, QEvent* event) {
   return false;
 }
 
-void QtKeyablePanel::takeKeyboard() {
-  server_.takeKeyboard(content_->winId(), [this] {
+xcb_window_t X11KeyablePanel::number() const {
+  return static_cast<xcb_window_t>(content_->winId());
+}
+
+void X11KeyablePanel::takeKeyboard() {
+  server_.takeKeyboard(number(), [this] {
     composing_ = false;
     if (onResignKey_) onResignKey_();
   });

@@ -3,6 +3,8 @@
 #include <string>
 #include <utility>
 
+#include "platform/x11/x11_window_id.h"
+
 namespace brimlo {
 
 X11WindowServer::X11WindowServer(X11Connection& x11, X11Workspace& workspace)
@@ -15,14 +17,13 @@ X11WindowServer::X11WindowServer(X11Connection& x11, X11Workspace& workspace)
   x11_.addEventHandler([this](const xcb_generic_event_t& event) { handle(event); });
 }
 
-void X11WindowServer::takeKeyboard(std::uint64_t window, std::function<void()> onLost) {
+void X11WindowServer::takeKeyboard(xcb_window_t window, std::function<void()> onLost) {
   const auto lost = std::exchange(onLost_, std::move(onLost));
-  const auto taker = static_cast<xcb_window_t>(window);
-  if (taker == window_ && state_ != State::kIdle) return;
+  if (window == window_ && state_ != State::kIdle) return;
   // One of this program's windows after the other: both took it from the same application.
   if (state_ == State::kHasKeyboard && hasFocus()) restoreFocus();
   if (state_ != State::kIdle) workspace_.releaseFront();
-  window_ = taker;
+  window_ = window;
   state_ = State::kUntilMapped;
   const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_FOCUS_CHANGE;
   xcb_change_window_attributes(x11_.xcb(), window_, XCB_CW_EVENT_MASK, &events);
@@ -30,8 +31,8 @@ void X11WindowServer::takeKeyboard(std::uint64_t window, std::function<void()> o
   if (lost) lost();
 }
 
-void X11WindowServer::giveKeyboardBack(std::uint64_t window) {
-  if (static_cast<xcb_window_t>(window) != window_) return;
+void X11WindowServer::giveKeyboardBack(xcb_window_t window) {
+  if (window != window_) return;
   const State was = std::exchange(state_, State::kIdle);
   onLost_ = nullptr;
   if (was == State::kHasKeyboard && hasFocus()) restoreFocus();
@@ -94,8 +95,8 @@ void X11WindowServer::takeAt(xcb_timestamp_t time) {
     workspace_.holdFront();
     // On the way from one application to the next, the focus is with a window of the manager's.
     const auto front = workspace_.frontmostApplication();
-    if (front && workspace_.topLevelOf(before_) != front->window) {
-      before_ = static_cast<xcb_window_t>(front->window);
+    if (front && workspace_.topLevelOf(before_) != xcbWindow(front->window)) {
+      before_ = xcbWindow(front->window);
     }
   }
   takenAt_ = time;

@@ -5,23 +5,34 @@
 #include <cstdint>
 #include <functional>
 
-#include "platform/x11/window_server.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_time.h"
 #include "platform/x11/x11_workspace.h"
 
 namespace brimlo {
 
-/// The X server's input focus, for windows that the window manager leaves alone
-/// (override-redirect), and so gives no focus to. One window at a time.
-class X11WindowServer : public WindowServer {
+/// What a floating panel needs of the X server and the toolkit does not give it: the input focus
+/// for windows that the window manager leaves alone (override-redirect), and so gives no focus to.
+/// One window at a time. Main thread.
+class X11WindowServer {
  public:
   /// Both outlive the object, and `x11` serves it from now on.
   X11WindowServer(X11Connection& x11, X11Workspace& workspace);
 
-  void takeKeyboard(std::uint64_t window, std::function<void()> onLost) override;
-  void giveKeyboardBack(std::uint64_t window) override;
-  bool isCompositing() override;
+  /// Has the keyboard go to `window`, one of this program's, from when it is on screen on: at once,
+  /// whatever a window manager thinks of that. `onLost` is called, from the run loop, once it goes
+  /// elsewhere by anybody's doing but `giveKeyboardBack`, and from within this where another of
+  /// this program's windows takes it; a hotkey that is pressed meanwhile does not count. For a
+  /// window that has the keyboard already, only `onLost` is replaced.
+  void takeKeyboard(xcb_window_t window, std::function<void()> onLost);
+
+  /// Has the keyboard go to where `window` took it from, if `window` still has it; in any case
+  /// `window` no longer waits for it. Returns when it has happened, so the window may be hidden.
+  /// Somebody whom the person has meanwhile chosen wins.
+  void giveKeyboardBack(xcb_window_t window);
+
+  /// Whether the translucent parts of a window show what is behind it now.
+  bool isCompositing();
 
  private:
   enum class State {

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/x11/x11_properties.h"
+#include "platform/x11/x11_window_id.h"
 
 namespace brimlo {
 
@@ -19,7 +20,7 @@ std::optional<RunningApplication> X11Workspace::frontmostApplication() {
       xcb_get_property_reply,
       xcb_get_property(x11_.xcb(), 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, kLongest));
   RunningApplication application;
-  application.window = window;
+  application.window = windowId(window);
   if (reply) {
     std::string_view names(static_cast<const char*>(xcb_get_property_value(reply.get())),
                            static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
@@ -30,7 +31,7 @@ std::optional<RunningApplication> X11Workspace::frontmostApplication() {
 }
 
 Workspace::Activation X11Workspace::activate(const RunningApplication& application) {
-  const auto window = static_cast<xcb_window_t>(application.window);
+  const xcb_window_t window = xcbWindow(application.window);
   const auto attributes =
       x11_.waitFor(xcb_get_window_attributes_reply, xcb_get_window_attributes(x11_.xcb(), window));
   if (!attributes) return Activation::kGone;
