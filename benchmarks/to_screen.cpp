@@ -132,7 +132,7 @@ int measure(int rounds, const char* folder) {
   for (int round = 0; round < rounds; ++round) {
     const auto begin = std::chrono::steady_clock::now();
     if (folder) {
-      askRunningInstance(socket, InstanceRequest::kOpenMenu, std::chrono::seconds(5));
+      askRunningInstance(socket, InstanceRequest{}, std::chrono::seconds(5));
     } else {
       watcher.stroke({kShift, kSuper, kV});
     }

@@ -18,7 +18,7 @@ AppModel::AppModel(const Services& services)
     : services_(services),
       store_(services.files, services.log, services.dataFolder),
       templateStore_(services.files, services.log, services.dataFolder),
-      monitor_(services.pasteboard, services.timers, services.queue),
+      monitor_(services.session.pasteboard(), services.timers, services.queue),
       sync_({.background = services.background,
              .cloud = services.cloud,
              .entitlements = services.entitlements,
@@ -26,21 +26,21 @@ AppModel::AppModel(const Services& services)
              .queue = services.queue,
              .strings = services.strings},
             store_, templateStore_),
-      hotKey_(services.hotKeys, services.queue, services.log),
+      hotKey_(services.session.hotKeys(), services.queue, services.log),
       quickPaste_({.clock = services.clock,
                    .environment = services.environment,
-                   .events = services.events,
+                   .events = services.session.eventMonitors(),
                    .log = services.log,
                    .queue = services.queue,
-                   .screens = services.screens,
+                   .screens = services.session.screens(),
                    .locale = services.locale,
                    .makePanel = services.makePalettePanel}),
-      onboarding_({.accessibility = services.accessibility,
+      onboarding_({.accessibility = services.session.accessibility(),
                    .environment = services.environment,
                    .defaults = services.defaults,
                    .log = services.log,
-                   .pasteboard = services.pasteboard,
-                   .screens = services.screens,
+                   .pasteboard = services.session.pasteboard(),
+                   .screens = services.session.screens(),
                    .strings = services.strings,
                    .timers = services.timers,
                    .makeWindow = services.makeOnboardingWindow}),
@@ -48,20 +48,20 @@ AppModel::AppModel(const Services& services)
       autoApply_(services.defaults.boolForKey(kAutoApplyKey).value_or(true)),
       quickPasteEnabled_(services.defaults.boolForKey(kQuickPasteEnabledKey).value_or(true)),
       excludePasswords_(services.defaults.boolForKey(kExcludePasswordsKey).value_or(false)),
-      pasteDelivery_({.accessibility = services.accessibility,
+      pasteDelivery_({.accessibility = services.session.accessibility(),
                       .clock = services.clock,
                       .defaults = services.defaults,
-                      .keys = services.keys,
+                      .keys = services.session.keyEvents(),
                       .log = services.log,
                       .notifications = services.notifications,
-                      .pasteboard = services.pasteboard,
+                      .pasteboard = services.session.pasteboard(),
                       .queue = services.queue,
                       .strings = services.strings,
-                      .workspace = services.workspace},
+                      .workspace = services.session.workspace()},
                      monitor_, store_),
       debugMenuPanels_({.log = services.log,
                         .queue = services.queue,
-                        .screens = services.screens,
+                        .screens = services.session.screens(),
                         .makeContent = [this] { return makeMenuContent(nullptr); },
                         .makeWindow = services.makeMenuPreview}) {
   monitor_.setOnNewText(
@@ -70,7 +70,7 @@ AppModel::AppModel(const Services& services)
   connectPalette();
   if (quickPasteEnabled_.value()) hotKey_.registerHotKey();
   debugSignals_.emplace(
-      services_.signals, services_.accessibility, services_.log, store_,
+      services_.signals, services_.session.accessibility(), services_.log, store_,
       DebugSignals::Actions{
           .showPalette = anchor_.guard([this] { showDebugPalette(); }),
           .pasteText = anchor_.guard([this](const std::string& text, const std::string& source) {
@@ -136,7 +136,7 @@ std::string AppModel::rendered(const Template& chosen) const {
   return renderTemplate(chosen.body, {.nowMs = services_.clock.nowMs(),
                                       .locale = services_.locale,
                                       .timeZone = "",
-                                      .clipboard = services_.pasteboard.string()});
+                                      .clipboard = services_.session.pasteboard().string()});
 }
 
 void AppModel::copyClip(const Clip& clip) {
@@ -168,7 +168,7 @@ void AppModel::connectSync() {
 
 std::unique_ptr<MenuContentModel> AppModel::makeMenuContent(std::function<void()> checkForUpdates) {
   return std::make_unique<MenuContentModel>(MenuContentModel::Services{
-      .accessibility = services_.accessibility,
+      .accessibility = services_.session.accessibility(),
       .environment = services_.environment,
       .log = services_.log,
       .strings = services_.strings,
@@ -192,7 +192,7 @@ std::unique_ptr<MenuContentModel> AppModel::makeMenuContent(std::function<void()
 }
 
 void AppModel::hotKeyPressed() {
-  quickPasteTargetApp_ = services_.workspace.frontmostApplication();
+  quickPasteTargetApp_ = services_.session.workspace().frontmostApplication();
   const bool named = quickPasteTargetApp_ && !quickPasteTargetApp_->bundleIdentifier.empty();
   services_.log.write("hotkey pressed, target=" +
                       (named ? quickPasteTargetApp_->bundleIdentifier : std::string("?")));
@@ -200,7 +200,7 @@ void AppModel::hotKeyPressed() {
 }
 
 void AppModel::showQuickPaste() {
-  quickPasteTargetApp_ = services_.workspace.frontmostApplication();
+  quickPasteTargetApp_ = services_.session.workspace().frontmostApplication();
   presentPalette();
 }
 
@@ -210,7 +210,7 @@ void AppModel::presentPalette() {
 }
 
 void AppModel::showDebugPalette() {
-  quickPasteTargetApp_ = services_.workspace.frontmostApplication();
+  quickPasteTargetApp_ = services_.session.workspace().frontmostApplication();
   // It stays while other windows are used, and is where a screenshot expects it.
   quickPaste_.setAutoDismissOnResign(false);
   quickPaste_.setDebugCenterOnPrimary(true);

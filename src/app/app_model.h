@@ -14,21 +14,16 @@
 #include "menu/menu_content_model.h"
 #include "onboarding/onboarding_controller.h"
 #include "palette/quick_paste_controller.h"
-#include "platform/accessibility.h"
 #include "platform/application.h"
 #include "platform/background_queue.h"
 #include "platform/clock.h"
 #include "platform/cloud_database.h"
 #include "platform/entitlements.h"
 #include "platform/environment.h"
-#include "platform/event_monitors.h"
 #include "platform/file_system.h"
-#include "platform/hot_keys.h"
-#include "platform/key_events.h"
 #include "platform/localized_strings.h"
 #include "platform/main_queue.h"
-#include "platform/pasteboard.h"
-#include "platform/screens.h"
+#include "platform/session.h"
 #include "platform/signal_sources.h"
 #include "platform/system_log.h"
 #include "platform/timers.h"
@@ -43,32 +38,26 @@ namespace brimlo {
 
 /// What the model asks of the desktop. All of it outlives the model.
 struct Services {
-  Accessibility& accessibility;
+  Session& session;
   Application& application;
   BackgroundQueue& background;
   const Clock& clock;
   CloudDatabase& cloud;
   const Entitlements& entitlements;
   const Environment& environment;
-  EventMonitors& events;
   FileSystem& files;
   std::string dataFolder;  ///< where the stores keep their files
-  HotKeys& hotKeys;
-  KeyEventPoster& keys;
-  std::string locale;  ///< the user's: a POSIX locale name
+  std::string locale;      ///< the user's: a POSIX locale name
   std::function<std::unique_ptr<TitledWindow>(MenuContentModel&)> makeMenuPreview;
   OnboardingController::WindowFactory makeOnboardingWindow;
   QuickPasteController::PanelFactory makePalettePanel;
   const LocalizedStrings& strings;
   MainQueue& queue;
-  Pasteboard& pasteboard;
-  Screens& screens;
   SignalSources& signals;
   SystemLog& log;
   Timers& timers;
   UserDefaults& defaults;
   UserNotifications& notifications;
-  Workspace& workspace;
 };
 
 /// The one central object: owns every long-lived component, holds the settings, publishes the
@@ -83,7 +72,6 @@ class AppModel {
 
   ClipStore& store() { return store_; }
   TemplateStore& templateStore() { return templateStore_; }
-  ClipboardMonitor& monitor() { return monitor_; }
   QuickPasteController& quickPaste() { return quickPaste_; }
   OnboardingController& onboarding() { return onboarding_; }
 

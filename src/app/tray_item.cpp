@@ -33,11 +33,13 @@ TrayItem::TrayItem(const Screens& screens, SystemLog& log)
       notifier_(kTitle, themeIcon(), programIcon(), log),
       embedded_(kTitle, programIcon()) {}
 
-void TrayItem::show(std::function<void(const std::optional<Rect>&)> onActivate) {
-  notifier_.setOnActivate([this, onActivate](int x, int y) { onActivate(place(x, y)); });
+void TrayItem::show(std::function<void(const Click&)> onActivate) {
+  notifier_.setOnActivate([this, onActivate](const StatusNotifierItem::Click& click) {
+    onActivate({place(click.x, click.y), click.activationToken});
+  });
   embedded_.setOnActivate([this, onActivate] {
     const std::optional<Rect> item = frame();
-    onActivate(item ? item : pointerPlace());
+    onActivate({item ? item : pointerPlace()});
   });
   notifier_.watchHosted([this](bool hosted) { embedded_.setShown(!hosted); });
 }

@@ -20,8 +20,12 @@ class TrayItem {
  public:
   TrayItem(const Screens& screens, SystemLog& log);
 
-  /// Puts it there. `onActivate` is told of each click, and where the icon is, be it but a point.
-  void show(std::function<void(const std::optional<Rect>& item)> onActivate);
+  struct Click {
+    std::optional<Rect> item;  ///< where the icon is, or a point within it; none where unknown
+    std::string activationToken = {};  ///< what the desktop gave for the click; may be empty
+  };
+  /// Puts it there. `onActivate` is told of each click.
+  void show(std::function<void(const Click&)> onActivate);
 
   /// Where it is, as far as the tray says.
   std::optional<Rect> frame() const { return embedded_.frame(); }

@@ -82,6 +82,10 @@ void QuickPasteController::present() {
                       " visible=" + (panel.isVisible() ? "true" : "false"));
 }
 
+void QuickPasteController::prepare() {
+  if (!panel_) ensurePanel().prepare();
+}
+
 void QuickPasteController::dismiss() {
   filter_.reset();
   removeMonitors();

@@ -63,6 +63,10 @@ class QuickPasteController {
   /// "templates" opens that section, `BRIMLO_QP_QUERY` is its first filter.
   void present();
 
+  /// Makes the panel in advance, where it was not made yet, so that the first presentation takes no
+  /// longer than the later ones.
+  void prepare();
+
   /// Closes it. Does nothing when it is closed.
   void dismiss();
 

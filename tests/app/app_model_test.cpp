@@ -4,6 +4,7 @@
 
 #include <csignal>
 
+#include "support/fake_session.h"
 #include "support/journaling_fakes.h"
 
 namespace brimlo {
@@ -19,18 +20,15 @@ class AppModelTest : public testing::Test {
   std::unique_ptr<AppModel> make() {
     log.lines.clear();
     auto model = std::make_unique<AppModel>(Services{
-        .accessibility = desktop,
+        .session = session,
         .application = loop,
         .background = background,
         .clock = loop,
         .cloud = cloud,
         .entitlements = entitlements,
         .environment = surroundings,
-        .events = events,
         .files = files,
         .dataFolder = "/data",
-        .hotKeys = hotKeys,
-        .keys = desktop,
         .locale = "en_US",
         .makeMenuPreview =
             [this](MenuContentModel&) { return std::make_unique<test::FakeWindow>(preview); },
@@ -43,14 +41,11 @@ class AppModelTest : public testing::Test {
             [this](QuickPasteViewState&) { return std::make_unique<test::FakePanel>(panel); },
         .strings = strings,
         .queue = loop,
-        .pasteboard = pasteboard,
-        .screens = surroundings,
         .signals = desktop,
         .log = log,
         .timers = loop,
         .defaults = defaults,
-        .notifications = desktop,
-        .workspace = desktop});
+        .notifications = desktop});
     started = std::exchange(log.lines, {});
     return model;
   }
@@ -75,6 +70,7 @@ class AppModelTest : public testing::Test {
   test::FakeSurroundings surroundings;
   test::FakeEventMonitors events;
   test::JournalingHotKeys hotKeys{journal};
+  test::FakeSession session{{desktop, events, hotKeys, pasteboard, surroundings}};
   test::PanelRecord panel;
   test::WindowRecord window;
   test::WindowRecord preview{.frame = {{0, 0}, {320, 540}}};

@@ -5,6 +5,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
@@ -16,7 +17,10 @@
 namespace brimlo {
 namespace {
 
-constexpr unsigned char kDone = 0;
+constexpr char kDone = 0;
+
+// A request is one datagram: the action's number, then the activation token.
+constexpr std::size_t kLongestToken = 1024;
 
 std::optional<sockaddr_un> addressOf(const std::string& path) {
   sockaddr_un address{};
@@ -56,7 +60,7 @@ std::string instanceSocketPath(const std::string& dataFolder) {
          ".socket";
 }
 
-bool askRunningInstance(const std::string& path, InstanceRequest request,
+bool askRunningInstance(const std::string& path, const InstanceRequest& request,
                         std::chrono::milliseconds patience) {
   const auto address = addressOf(path);
   if (!address) return false;
@@ -65,16 +69,20 @@ bool askRunningInstance(const std::string& path, InstanceRequest request,
   sockaddr_un own{};
   own.sun_family = AF_UNIX;
   if (bind(asking.get(), plain(own), sizeof own.sun_family) != 0) return false;
-  const auto byte = static_cast<unsigned char>(request);
-  if (sendto(asking.get(), &byte, 1, 0, plain(*address), sizeof *address) != 1) return false;
+  std::string datagram(1, static_cast<char>(request.action));
+  if (request.activationToken.size() <= kLongestToken) datagram += request.activationToken;
+  if (sendto(asking.get(), datagram.data(), datagram.size(), 0, plain(*address), sizeof *address) <
+      0) {
+    return false;
+  }
   pollfd waiting{asking.get(), POLLIN, 0};
   if (poll(&waiting, 1, static_cast<int>(patience.count())) != 1) return false;
-  unsigned char answer = 1;
+  char answer = 1;
   return recv(asking.get(), &answer, 1, 0) == 1 && answer == kDone;
 }
 
 RunningInstance::RunningInstance(std::string path, DescriptorWatches& watches, SystemLog& log,
-                                 std::function<void(InstanceRequest)> onRequest)
+                                 std::function<void(const InstanceRequest&)> onRequest)
     : path_(std::move(path)), onRequest_(std::move(onRequest)) {
   const auto address = addressOf(path_);
   FileDescriptor made = makeSocket();
@@ -93,14 +101,19 @@ RunningInstance::~RunningInstance() {
 }
 
 void RunningInstance::serve() {
-  unsigned char byte = 0;
+  std::array<char, 1 + kLongestToken> datagram;
   sockaddr_un from{};
   socklen_t length = sizeof from;
-  const ssize_t count =
-      recvfrom(socket_.get(), &byte, 1, 0, reinterpret_cast<sockaddr*>(&from), &length);
-  if (count != 1) return;
-  const auto request = static_cast<InstanceRequest>(byte);
-  if (request != InstanceRequest::kOpenMenu && request != InstanceRequest::kQuickPaste) return;
+  const ssize_t size = recvfrom(socket_.get(), datagram.data(), datagram.size(), 0,
+                                reinterpret_cast<sockaddr*>(&from), &length);
+  if (size < 1) return;
+  const InstanceRequest request{
+      .action = static_cast<InstanceRequest::Action>(datagram[0]),
+      .activationToken = std::string(datagram.data() + 1, static_cast<std::size_t>(size) - 1)};
+  if (request.action != InstanceRequest::Action::kOpenMenu &&
+      request.action != InstanceRequest::Action::kQuickPaste) {
+    return;
+  }
   sendto(socket_.get(), &kDone, 1, 0, plain(from), length);
   onRequest_(request);
 }

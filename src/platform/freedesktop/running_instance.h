@@ -11,14 +11,20 @@
 namespace brimlo {
 
 /// What a second start asks of the program that runs.
-enum class InstanceRequest : unsigned char { kOpenMenu = 1, kQuickPaste = 2 };
+struct InstanceRequest {
+  enum class Action : unsigned char { kOpenMenu = 1, kQuickPaste = 2 };
+
+  Action action = Action::kOpenMenu;
+  /// What the desktop gave the second start to show that the person asked for it; may be empty.
+  std::string activationToken = {};
+};
 
 /// Where the program that works in `dataFolder` is asked: a socket in the user's runtime folder, or
 /// else in that folder.
 std::string instanceSocketPath(const std::string& dataFolder);
 
 /// Asks the program that serves `path`. Returns whether it has answered within `patience`.
-bool askRunningInstance(const std::string& path, InstanceRequest request,
+bool askRunningInstance(const std::string& path, const InstanceRequest& request,
                         std::chrono::milliseconds patience);
 
 /// Serves such requests, for its own life. Main thread.
@@ -26,7 +32,7 @@ class RunningInstance {
  public:
   /// Replaces what an earlier program left at `path`. A socket that cannot be made is logged.
   RunningInstance(std::string path, DescriptorWatches& watches, SystemLog& log,
-                  std::function<void(InstanceRequest)> onRequest);
+                  std::function<void(const InstanceRequest&)> onRequest);
   ~RunningInstance();
 
  private:
@@ -35,7 +41,7 @@ class RunningInstance {
   std::string path_;
   FileDescriptor socket_;
   Subscription readable_;
-  std::function<void(InstanceRequest)> onRequest_;
+  std::function<void(const InstanceRequest&)> onRequest_;
 };
 
 }  // namespace brimlo

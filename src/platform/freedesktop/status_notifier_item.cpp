@@ -126,7 +126,7 @@ StatusNotifierItem::~StatusNotifierItem() {
   bus_->unregisterService(service_);
 }
 
-void StatusNotifierItem::setOnActivate(std::function<void(int, int)> onActivate) {
+void StatusNotifierItem::setOnActivate(std::function<void(const Click&)> onActivate) {
   onActivate_ = std::move(onActivate);
 }
 
@@ -190,6 +190,7 @@ QString StatusNotifierItem::introspect(const QString& path) const {
       <arg type="i" direction="in"/><arg type="i" direction="in"/>
     </method>
     <method name="ContextMenu"><arg type="i" direction="in"/><arg type="i" direction="in"/></method>
+    <method name="ProvideXdgActivationToken"><arg type="s" direction="in"/></method>
     <method name="Scroll"><arg type="i" direction="in"/><arg type="s" direction="in"/></method>
     <signal name="NewIcon"/><signal name="NewTitle"/><signal name="NewToolTip"/>
     <signal name="NewStatus"><arg type="s"/></signal>
@@ -232,10 +233,15 @@ bool StatusNotifierItem::handleMessage(const QDBusMessage& message,
   // There is no other menu: whichever button it is, the window opens.
   const bool activates =
       (member == "Activate" || member == "ContextMenu") && message.signature() == "ii";
-  const bool known = activates || member == "SecondaryActivate" || member == "Scroll";
+  const bool givesToken = member == "ProvideXdgActivationToken" && message.signature() == "s";
+  const bool known = activates || givesToken || member == "SecondaryActivate" || member == "Scroll";
   if (!known) return false;
   connection.send(message.createReply());
-  if (activates && onActivate_) onActivate_(arguments[0].toInt(), arguments[1].toInt());
+  if (givesToken) activationToken_ = arguments[0].toString().toStdString();
+  if (activates && onActivate_) {
+    onActivate_({arguments[0].toInt(), arguments[1].toInt(),
+                 std::exchange(activationToken_, std::string())});
+  }
   return true;
 }
 

@@ -23,9 +23,12 @@ class StatusNotifierItem : private QDBusVirtualObject {
                      SystemLog& log);
   ~StatusNotifierItem() override;
 
-  /// Called when the icon is clicked. `x`, `y`: what the tray says of its place, in pixels of the
-  /// whole desktop.
-  void setOnActivate(std::function<void(int x, int y)> onActivate);
+  /// A click on the icon.
+  struct Click {
+    int x, y;  ///< what the tray says of the icon's place, in pixels of the whole desktop
+    std::string activationToken;  ///< what the tray got from the desktop for it; may be empty
+  };
+  void setOnActivate(std::function<void(const Click&)> onActivate);
 
   /// Tells `onChange` whether a tray shows the item: once that is known, and when it changes.
   /// Where there is no session bus, at once.
@@ -48,7 +51,8 @@ class StatusNotifierItem : private QDBusVirtualObject {
   std::unique_ptr<QDBusServiceWatcher> watcher_;
   std::vector<std::unique_ptr<DbusSignal>> hostSignals_;
   std::optional<bool> hosted_;
-  std::function<void(int, int)> onActivate_;
+  std::function<void(const Click&)> onActivate_;
+  std::string activationToken_;  // of the click that is told next
   std::function<void(bool)> onHostedChange_;
 };
 

@@ -34,6 +34,8 @@ X11Atoms X11Atoms::intern(xcb_connection_t* xcb) {
       {&X11Atoms::wmDesktop, "_NET_WM_DESKTOP"},
       {&X11Atoms::wmPid, "_NET_WM_PID"},
       {&X11Atoms::wmState, "WM_STATE"},
+      {&X11Atoms::startupInfoBegin, "_NET_STARTUP_INFO_BEGIN"},
+      {&X11Atoms::startupInfo, "_NET_STARTUP_INFO"},
   };
   std::array<xcb_intern_atom_cookie_t, std::size(kNames)> cookies;
   for (std::size_t i = 0; i < cookies.size(); ++i) {

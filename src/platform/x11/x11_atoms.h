@@ -33,6 +33,10 @@ struct X11Atoms {
   xcb_atom_t wmPid;
   xcb_atom_t wmState;
 
+  // Startup notification: the first piece of a message, and the others.
+  xcb_atom_t startupInfoBegin;
+  xcb_atom_t startupInfo;
+
   /// Asks the server for all of them, in one exchange; waits for it.
   static X11Atoms intern(xcb_connection_t* xcb);
 };

@@ -1,0 +1,44 @@
+#include "platform/x11/x11_startup_notification.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace brimlo {
+namespace {
+
+/// The message about `id`, its NUL included. Quotes and backslashes in a value are escaped.
+std::string removeMessage(const std::string& id) {
+  std::string message = "remove: ID=\"";
+  for (const char c : id) {
+    if (c == '"' || c == '\\') message += '\\';
+    message += c;
+  }
+  return message + '"' + '\0';
+}
+
+}  // namespace
+
+void completeStartup(X11Connection& x11, const std::string& id) {
+  const std::string message = removeMessage(id);
+  // The pieces of a message are told apart by the window, which need not be shown.
+  const xcb_window_t window = xcb_generate_id(x11.xcb());
+  xcb_create_window(x11.xcb(), XCB_COPY_FROM_PARENT, window, x11.root(), 0, 0, 1, 1, 0,
+                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+  xcb_client_message_event_t piece{};
+  piece.response_type = XCB_CLIENT_MESSAGE;
+  piece.format = 8;
+  piece.window = window;
+  piece.type = x11.atoms().startupInfoBegin;
+  for (std::size_t at = 0; at < message.size(); at += sizeof piece.data.data8) {
+    std::memset(piece.data.data8, 0, sizeof piece.data.data8);
+    std::memcpy(piece.data.data8, message.data() + at,
+                std::min(message.size() - at, sizeof piece.data.data8));
+    xcb_send_event(x11.xcb(), 0, x11.root(), XCB_EVENT_MASK_PROPERTY_CHANGE,
+                   reinterpret_cast<const char*>(&piece));
+    piece.type = x11.atoms().startupInfo;
+  }
+  xcb_destroy_window(x11.xcb(), window);
+  x11.flush();
+}
+
+}  // namespace brimlo
