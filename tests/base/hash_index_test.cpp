@@ -53,7 +53,7 @@ TEST(HashIndex, FindsOrInsertsByKey) {
   EXPECT_EQ(*index.find(7, hasKey(1)), 13u);
   EXPECT_EQ(*index.find(7, hasKey(2)), 21u);
   EXPECT_EQ(index.find(7, hasKey(3)), nullptr);
-  EXPECT_EQ(index.find(8, hasKey(1)), nullptr) << "another hash is another key";
+  EXPECT_EQ(index.find(8, hasKey(2)), nullptr) << "another hash is another key";
 }
 
 }  // namespace

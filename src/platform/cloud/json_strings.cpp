@@ -2,33 +2,19 @@
 
 #include <simdjson.h>
 
-#include <cstdio>
+#include "base/json_escape.h"
 
 namespace brimlo {
-namespace {
-
-void appendQuoted(std::string& json, std::string_view text) {
-  json += '"';
-  for (const char c : text) {
-    if (static_cast<unsigned char>(c) < 0x20) {
-      char escaped[7];
-      std::snprintf(escaped, sizeof escaped, "\\u%04x", static_cast<unsigned>(c));
-      json += escaped;
-      continue;
-    }
-    if (c == '"' || c == '\\') json += '\\';
-    json += c;
-  }
-  json += '"';
-}
-
-}  // namespace
 
 std::string encodeJsonStrings(const std::vector<std::string>& strings) {
   std::string json = "[";
   for (const std::string& text : strings) {
-    if (json.size() > 1) json += ',';
-    appendQuoted(json, text);
+    json += json.size() > 1 ? ",\"" : "\"";
+    const std::size_t begin = json.size();
+    json.resize(begin + jsonEscapedRoom(text.size()));
+    const char* const end = writeJsonEscaped(json.data() + begin, text);
+    json.resize(static_cast<std::size_t>(end - json.data()));
+    json += '"';
   }
   return json + "]";
 }
