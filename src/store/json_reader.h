@@ -10,82 +10,132 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <variant>
 
 #include "platform/file_system.h"
+#include "store/decoded.h"
+#include "store/json_form.h"
 
-/// What the readers of the JSON files share. For their source files only: it brings the parser in.
+/// What the readers of the JSON files share. For source files only: it includes the parser.
 namespace brimlo {
 
 namespace ondemand = simdjson::ondemand;
 
-/// A document of the right syntax that does not have the form it should.
-struct Malformed {
-  std::string fault;
-};
+/// What is wrong with a document, or with a part of one; none when it was read.
+using Fault = std::optional<std::string>;
 
-/// Takes strings out of a document. Each is unescaped to the same place before it is copied: the
-/// parser's own buffer would keep them all, and meeting that much fresh memory costs more than the
-/// work itself.
-class StringReader {
+inline Fault faultOf(simdjson::error_code error) {
+  return error ? Fault(simdjson::error_message(error)) : std::nullopt;
+}
+
+/// Reads values of one document. Each string is unescaped to the same place before it is copied:
+/// the parser's own buffer would keep them all, and touching that much fresh memory costs more than
+/// the parsing itself.
+class ValueReader {
  public:
-  StringReader(const ondemand::parser& parser, std::size_t documentSize)
+  ValueReader(const ondemand::parser& parser, std::size_t documentSize)
       : parser_(parser), place_(new std::uint8_t[documentSize + simdjson::SIMDJSON_PADDING]) {}
 
-  /// The string; valid until the next call.
-  std::string_view view(ondemand::raw_json_string string) {
+  /// The string that `raw` is; valid until the next call of any of these.
+  simdjson::simdjson_result<std::string_view> unescaped(
+      simdjson::simdjson_result<ondemand::raw_json_string> raw) {
+    ondemand::raw_json_string string;
+    if (const auto error = std::move(raw).get(string)) return error;
     std::uint8_t* end = place_.get();
     return parser_.unescape(string, end);
   }
-  std::string copy(ondemand::value value) { return std::string(view(value.get_raw_json_string())); }
+
+  simdjson::error_code read(ondemand::value value, std::string& into) {
+    std::string_view text;
+    if (const auto error = unescaped(value.get_raw_json_string()).get(text)) return error;
+    into = std::string(text);  // an assignment of the view would reserve more than that
+    return simdjson::SUCCESS;
+  }
+
+  simdjson::error_code read(ondemand::value value, double& into) {
+    return value.get_double().get(into);
+  }
+
+  /// Null is no list.
+  simdjson::error_code read(ondemand::value value, StringList& into) {
+    bool isNull;
+    if (const auto error = value.is_null().get(isNull); error || isNull) return error;
+    ondemand::array array;
+    if (const auto error = value.get_array().get(array)) return error;
+    into.emplace();
+    for (auto each : array) {
+      ondemand::value element;
+      if (const auto error = std::move(each).get(element)) return error;
+      if (const auto error = read(element, into->emplace_back())) return error;
+    }
+    return simdjson::SUCCESS;
+  }
 
  private:
   const ondemand::parser& parser_;
   std::unique_ptr<std::uint8_t[]> place_;
 };
 
-/// Keeps account of the keys that a record must have.
-template <std::size_t N>
-class RequiredKeys {
- public:
-  explicit RequiredKeys(const std::array<std::string_view, N>& keys) : keys_(keys) {}
-
-  void note(std::string_view key) {
-    const auto found = std::find(keys_.begin(), keys_.end(), key);
-    if (found != keys_.end()) seen_[static_cast<std::size_t>(found - keys_.begin())] = true;
+/// Reads an object of `form` into `record`: keys in any order, unknown ones ignored. `index`: its
+/// place in the document, for the fault.
+template <typename Record, std::size_t N>
+Fault readRecord(ondemand::value value, const JsonForm<Record, N>& form, std::size_t index,
+                 ValueReader& reader, Record& record) {
+  ondemand::object object;
+  if (const auto error = value.get_object().get(object)) return faultOf(error);
+  std::array<bool, N> seen{};
+  for (auto field : object) {
+    std::string_view key;
+    if (const auto error = reader.unescaped(field.key()).get(key)) return faultOf(error);
+    const auto member = std::find_if(form.members.begin(), form.members.end(),
+                                     [key](const auto& each) { return each.key == key; });
+    if (member == form.members.end()) continue;
+    seen[static_cast<std::size_t>(member - form.members.begin())] = true;
+    ondemand::value content;
+    if (const auto error = field.value().get(content)) return faultOf(error);
+    const auto error =
+        std::visit([&](auto place) { return reader.read(content, record.*place); }, member->place);
+    if (error) return faultOf(error);
   }
-
-  /// Throws `Malformed` when a key was not noted. `what`, `index`: the record, for the message.
-  void check(const char* what, std::size_t index) const {
-    const auto missing = std::find(seen_.begin(), seen_.end(), false);
-    if (missing == seen_.end()) return;
-    const std::string key(keys_[static_cast<std::size_t>(missing - seen_.begin())]);
-    throw Malformed{what + (" " + std::to_string(index)) + " has no \"" + key + "\""};
+  for (std::size_t i = 0; i < N; ++i) {
+    if (seen[i] || !form.members[i].isRequired()) continue;
+    return std::string(form.name) + " " + std::to_string(index) + " has no \"" +
+           std::string(form.members[i].key) + "\"";
   }
+  return std::nullopt;
+}
 
- private:
-  const std::array<std::string_view, N>& keys_;
-  std::array<bool, N> seen_{};
-};
-
-/// Parses `file` as one JSON array and hands each element to `take`; says what is wrong, or "".
-template <typename Take>
-std::string decodeArray(const FileContents& file, Take take) {
-  try {
+/// Reads `file` as one JSON array. `take(value, index, reader, result)` reads an element into the
+/// result, and returns its fault.
+template <typename Result, typename Take>
+Decoded<Result> decodeArray(const FileContents& file, Take take) {
+  const auto parse = [&](Result& result) -> Fault {
     ondemand::parser parser;
-    ondemand::document document = parser.iterate(
-        simdjson::padded_string_view(file.view(), file.size + FileContents::kPadding));
-    StringReader strings(parser, file.size);
+    ondemand::document document;
+    ondemand::array array;
+    const simdjson::padded_string_view json(file.view(), file.size + FileContents::kPadding);
+    if (const auto error = parser.iterate(json).get(document)) return faultOf(error);
+    if (const auto error = document.get_array().get(array)) return faultOf(error);
+    ValueReader reader(parser, file.size);
     std::size_t index = 0;
-    for (auto element : document.get_array()) take(element.value(), index++, strings);
+    for (auto each : array) {
+      ondemand::value element;
+      if (const auto error = std::move(each).get(element)) return faultOf(error);
+      if (Fault fault = take(element, index++, reader, result)) return fault;
+    }
     const bool atEnd = document.current_location().error() == simdjson::OUT_OF_BOUNDS;
-    return atEnd ? "" : "something follows the array";
-  } catch (const simdjson::simdjson_error& error) {
-    return error.what();
-  } catch (const Malformed& malformed) {
-    return malformed.fault;
+    return atEnd ? std::nullopt : Fault("something follows the array");
+  };
+  Result result;
+  Fault fault;
+  try {
+    fault = parse(result);
   } catch (const std::bad_alloc&) {
-    return "too large for the memory";
+    fault = "too large for the memory";
   }
+  if (fault) return {std::nullopt, std::move(*fault)};
+  return {std::move(result), {}};
 }
 
 }  // namespace brimlo

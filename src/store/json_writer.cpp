@@ -25,7 +25,8 @@ void JsonWriter::raw(std::string_view json) {
   end_ = std::copy(json.begin(), json.end(), end_);
 }
 
-void JsonWriter::string(std::string_view text) {
+void JsonWriter::value(const std::string& string) {
+  std::string_view text = string;
   raw("\"");
   do {
     const std::string_view slice = text.substr(0, kSlice);
@@ -36,14 +37,14 @@ void JsonWriter::string(std::string_view text) {
   raw("\"");
 }
 
-void JsonWriter::number(double value) {
+void JsonWriter::value(double number) {
   constexpr std::size_t kLongest = 32;
   makeRoom(kLongest);
   const auto format =
-      std::fabs(value) < 1e21 ? std::chars_format::fixed : std::chars_format::scientific;
-  auto written = std::to_chars(end_, end_ + kLongest, value, format);
+      std::fabs(number) < 1e21 ? std::chars_format::fixed : std::chars_format::scientific;
+  auto written = std::to_chars(end_, end_ + kLongest, number, format);
   // A tiny fraction is too long without an exponent.
-  if (written.ec != std::errc()) written = std::to_chars(end_, end_ + kLongest, value);
+  if (written.ec != std::errc()) written = std::to_chars(end_, end_ + kLongest, number);
   end_ = written.ptr;
 }
 
