@@ -11,7 +11,7 @@
 namespace brimlo {
 namespace {
 
-bool newerFirst(const ClipPtr& a, const ClipPtr& b) {
+bool isNewer(const ClipPtr& a, const ClipPtr& b) {
   return a->savedAt > b->savedAt;
 }
 
@@ -29,24 +29,16 @@ std::size_t positionOf(const ClipList& list, const Clip& clip) {
 ClipStore::ClipStore(FileSystem& files, SystemLog& log, const std::string& dataFolder)
     : clipsFile_(files, log, dataFolder + "/clips.json"),
       tombstonesFile_(files, log, dataFolder + "/deletedClipIds.json") {
-  if (const auto file = clipsFile_.read()) {
-    auto decoded = decodeClips(*file);
-    if (decoded.value) {
-      if (!std::is_sorted(decoded.value->begin(), decoded.value->end(), newerFirst)) {
-        std::stable_sort(decoded.value->begin(), decoded.value->end(), newerFirst);
-      }
-      clips_.set(ClipList(std::move(*decoded.value)));
-    } else {
-      clipsFile_.declareDamaged(decoded.fault);
-    }
+  if (auto clips = clipsFile_.load(decodeClips)) {
+    const bool inOrder = std::is_sorted(clips->begin(), clips->end(), isNewer);
+    if (!inOrder) std::stable_sort(clips->begin(), clips->end(), isNewer);
+    const ClipList list(std::move(*clips));
+    if (inOrder) clipsFile_.setHeld(list);
+    clips_.set(list);
   }
-  if (const auto file = tombstonesFile_.read()) {
-    auto decoded = decodeIds(*file);
-    if (decoded.value) {
-      deletedIds_ = std::make_shared<IdSet>(std::move(*decoded.value));
-    } else {
-      tombstonesFile_.declareDamaged(decoded.fault);
-    }
+  if (auto ids = tombstonesFile_.load(decodeIds)) {
+    deletedIds_ = std::make_shared<IdSet>(std::move(*ids));
+    tombstonesFile_.setHeld(deletedIds_);
   }
 }
 
@@ -101,17 +93,17 @@ ClipStore::AddResult ClipStore::add(std::string text, std::string source, double
 
 void ClipStore::replaceAll(const ClipList& clips) {
   if (clips == clips_.value()) {
-    clips_.set(clips);
-    saveUnsaved();
+    if (tombstonesFile_.unsaved()) saveTombstones();
+    publish(clips);
     return;
   }
   indexStale_ = true;
-  if (std::is_sorted(clips.begin(), clips.end(), newerFirst)) {
+  if (std::is_sorted(clips.begin(), clips.end(), isNewer)) {
     publish(clips);
     return;
   }
   std::vector<ClipPtr> sorted(clips.begin(), clips.end());
-  std::stable_sort(sorted.begin(), sorted.end(), newerFirst);
+  std::stable_sort(sorted.begin(), sorted.end(), isNewer);
   publish(ClipList(std::move(sorted)));
 }
 
@@ -147,15 +139,16 @@ void ClipStore::publish(ClipList list) {
 void ClipStore::saveClips() {
   // Nearly every change puts a clip before all that is on disk already.
   const ClipList list = clips_.value();
-  const std::size_t added = list.size() - std::min(list.size(), saved_.size());
+  const ClipList saved = clipsFile_.held().value_or(ClipList());
+  const std::size_t added = list.size() - std::min(list.size(), saved.size());
   const bool grown = std::equal(list.begin() + static_cast<std::ptrdiff_t>(added), list.end(),
-                                saved_.begin(), saved_.end());
-  clipsFile_.save([&](ByteSink& sink) { encodeClips(list, grown ? added : list.size(), sink); });
-  if (!clipsFile_.unsaved()) saved_ = list;
+                                saved.begin(), saved.end());
+  clipsFile_.save(list,
+                  [&](ByteSink& sink) { encodeClips(list, grown ? added : list.size(), sink); });
 }
 
 void ClipStore::saveTombstones() {
-  tombstonesFile_.save([this](ByteSink& sink) { encodeIds(*deletedIds_, sink); });
+  tombstonesFile_.save(deletedIds_, [this](ByteSink& sink) { encodeIds(*deletedIds_, sink); });
 }
 
 }  // namespace brimlo

@@ -6,7 +6,7 @@
 #include "platform/file_system.h"
 #include "platform/system_log.h"
 #include "store/clip.h"
-#include "store/guarded_file.h"
+#include "store/stored_value.h"
 #include "store/text_index.h"
 
 namespace brimlo {
@@ -37,8 +37,8 @@ class ClipStore {
   /// `savedAt`: when it happened, milliseconds since 1970, finite.
   AddResult add(std::string text, std::string source, double savedAt);
 
-  /// Makes `clips`, once sorted, the whole history. Repeated ids and texts stay. Given the very
-  /// list that is the history already, publishes it and leaves the file alone.
+  /// Makes `clips`, once sorted, the whole history. Repeated ids and texts stay. The file is left
+  /// alone where it is known to hold this very list.
   void replaceAll(const ClipList& clips);
 
   /// Empties the history and puts the ids of all its clips among `deletedIds`.
@@ -56,10 +56,9 @@ class ClipStore {
   void saveClips();
   void saveTombstones();
 
-  GuardedFile clipsFile_;
-  GuardedFile tombstonesFile_;
+  StoredValue<ClipList> clipsFile_;
+  StoredValue<IdSetPtr> tombstonesFile_;
   Published<ClipList> clips_{ClipList()};
-  ClipList saved_;   // what the last successful save wrote; empty before that
   TextIndex index_;  // of the clips of clips_, once there was an addition to look up
   bool indexStale_ = true;
   IdSetPtr deletedIds_ = std::make_shared<IdSet>();

@@ -6,19 +6,24 @@
 #include "store/template_file.h"
 
 namespace brimlo {
+namespace {
+
+bool isNewer(const Template& a, const Template& b) {
+  return a.createdAt > b.createdAt;
+}
+
+}  // namespace
 
 TemplateStore::TemplateStore(FileSystem& files, SystemLog& log, const std::string& dataFolder)
     : file_(files, log, dataFolder + "/templates.json") {
-  const auto content = file_.read();
-  if (!content) return;
-  auto decoded = decodeTemplates(*content);
-  if (!decoded.value) {
-    file_.declareDamaged(decoded.fault);
-    return;
+  auto templates = file_.load(decodeTemplates);
+  if (!templates) return;
+  if (std::is_sorted(templates->begin(), templates->end(), isNewer)) {
+    file_.setHeld(*templates);
+  } else {
+    sortNewestFirst(*templates);
   }
-  sortNewestFirst(*decoded.value);
-  saved_ = *decoded.value;
-  templates_.set(std::move(*decoded.value));
+  templates_.set(std::move(*templates));
 }
 
 void TemplateStore::setTemplates(std::vector<Template> templates) {
@@ -26,14 +31,12 @@ void TemplateStore::setTemplates(std::vector<Template> templates) {
 }
 
 void TemplateStore::save() {
-  if (templates_.value() == saved_ && !file_.unsaved()) return;
-  file_.save([this](ByteSink& sink) { encodeTemplates(templates_.value(), sink); });
-  if (!file_.unsaved()) saved_ = templates_.value();
+  file_.save(templates_.value(),
+             [this](ByteSink& sink) { encodeTemplates(templates_.value(), sink); });
 }
 
 void sortNewestFirst(std::vector<Template>& templates) {
-  std::stable_sort(templates.begin(), templates.end(),
-                   [](const Template& a, const Template& b) { return a.createdAt > b.createdAt; });
+  std::stable_sort(templates.begin(), templates.end(), isNewer);
 }
 
 }  // namespace brimlo

@@ -6,7 +6,7 @@
 #include "base/published.h"
 #include "platform/file_system.h"
 #include "platform/system_log.h"
-#include "store/guarded_file.h"
+#include "store/stored_value.h"
 #include "store/template.h"
 
 namespace brimlo {
@@ -24,13 +24,12 @@ class TemplateStore {
   /// Publishes `templates`, which the caller has sorted; writes nothing.
   void setTemplates(std::vector<Template> templates);
 
-  /// Writes the templates to the file, unless it holds them already.
+  /// Writes the templates to the file, unless it is known to hold just them.
   void save();
 
  private:
-  GuardedFile file_;
+  StoredValue<std::vector<Template>> file_;
   Published<std::vector<Template>> templates_{{}};
-  std::vector<Template> saved_;  // what the file holds, as far as it makes sense
 };
 
 /// Puts templates in their order: by `createdAt`, descending and stable.
