@@ -65,7 +65,7 @@ AppModel::AppModel(const Services& services)
                         .makeContent = [this] { return makeMenuContent(nullptr); },
                         .makeWindow = services.makeMenuPreview}) {
   monitor_.setOnNewText(
-      anchor_.guard([this](const std::string& text) { handleCapturedText(text); }));
+      anchor_.guard([this](const CanonicalText& text) { handleCapturedText(text); }));
   monitor_.start();
   connectPalette();
   if (quickPasteEnabled_.value()) hotKey_.registerHotKey();
@@ -108,9 +108,9 @@ void AppModel::setExcludePasswords(bool enabled) {
   services_.defaults.setBool(kExcludePasswordsKey, enabled);
 }
 
-void AppModel::handleCapturedText(const std::string& text) {
-  const std::string characters = std::to_string(characterCount(text));
-  if (excludePasswords_.value() && isPasswordLike(text)) {
+void AppModel::handleCapturedText(const CanonicalText& text) {
+  const std::string characters = std::to_string(characterCount(text.text()));
+  if (excludePasswords_.value() && isPasswordLike(text.text())) {
     services_.log.write("skipped password-like text (" + characters + " chars)");
     return;
   }

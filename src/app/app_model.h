@@ -94,7 +94,7 @@ class AppModel {
   void setExcludePasswords(bool enabled);
 
   /// Takes a newly copied text into the history, unless it is to be kept out.
-  void handleCapturedText(const std::string& text);
+  void handleCapturedText(const CanonicalText& text);
 
   /// Brings `text` into the remembered application, or into what is in front, and to the top of the
   /// history with `source`.

@@ -1,8 +1,6 @@
 #include "base/unicode_text.h"
 
 #include <unicode/brkiter.h>
-#include <unicode/bytestream.h>
-#include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/utext.h>
 #include <unicode/utf8.h>
@@ -10,43 +8,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
-#include <functional>
-#include <limits>
 #include <memory>
 
 namespace brimlo {
 namespace {
 
-constexpr std::size_t kIcuLimit = std::numeric_limits<std::int32_t>::max();
-
 bool belongsTo(UChar32 c, WhiteSpace set) {
   if (c == '\t') return true;
   if (set == WhiteSpace::kInline) return u_charType(c) == U_SPACE_SEPARATOR;
   return (c >= 0x0A && c <= 0x0D) || c == 0x85 || (U_GET_GC_MASK(c) & U_GC_Z_MASK) != 0;
-}
-
-const icu::Normalizer2* nfc() {
-  UErrorCode status = U_ZERO_ERROR;
-  const icu::Normalizer2* normalizer = icu::Normalizer2::getNFCInstance(status);
-  return U_SUCCESS(status) ? normalizer : nullptr;
-}
-
-icu::StringPiece piece(std::string_view text) {
-  return {text.data(), static_cast<std::int32_t>(text.size())};
-}
-
-/// Calls `use` with the NFC of `text`, which is `text` itself, uncopied, in nearly every case.
-template <typename Use>
-auto withCanonicalForm(std::string_view text, Use use) {
-  const icu::Normalizer2* normalizer = isAscii(text) || text.size() > kIcuLimit ? nullptr : nfc();
-  UErrorCode status = U_ZERO_ERROR;
-  if (!normalizer || normalizer->isNormalizedUTF8(piece(text), status)) return use(text);
-  std::string canonical;
-  icu::StringByteSink<std::string> sink(&canonical);
-  status = U_ZERO_ERROR;
-  normalizer->normalizeUTF8(0, piece(text), sink, nullptr, status);
-  return use(U_SUCCESS(status) ? std::string_view(canonical) : text);
 }
 
 /// Whether `c` can join a neighbour in one grapheme cluster. Between two code points that cannot,
@@ -141,19 +111,6 @@ std::size_t characterCount(std::string_view text) {
   }
   countStretch(size);
   return count;
-}
-
-bool canonicallyEqual(std::string_view a, std::string_view b) {
-  if (a == b) return true;
-  return withCanonicalForm(a, [b](std::string_view canonicalA) {
-    return withCanonicalForm(
-        b, [canonicalA](std::string_view canonicalB) { return canonicalA == canonicalB; });
-  });
-}
-
-std::size_t canonicalHash(std::string_view text) {
-  return withCanonicalForm(
-      text, [](std::string_view canonical) { return std::hash<std::string_view>()(canonical); });
 }
 
 std::optional<std::int64_t> wholeNumber(std::string_view text) {

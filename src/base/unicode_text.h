@@ -23,12 +23,6 @@ std::string_view trimmed(std::string_view text, WhiteSpace set);
 /// The number of user-perceived characters: extended grapheme clusters (UAX #29).
 std::size_t characterCount(std::string_view text);
 
-/// Whether the texts are canonically equivalent: equal after NFC.
-bool canonicallyEqual(std::string_view a, std::string_view b);
-
-/// A hash that canonically equivalent texts share. Not stable between runs; never store it.
-std::size_t canonicalHash(std::string_view text);
-
 /// The whole number that `text` stands for, when it is one code point that stands for one: 7 for
 /// "7", "７", "٧" and "七".
 std::optional<std::int64_t> wholeNumber(std::string_view text);

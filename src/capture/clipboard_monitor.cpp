@@ -13,7 +13,7 @@ ClipboardMonitor::ClipboardMonitor(Pasteboard& pasteboard, Timers& timers, MainQ
       queue_(queue),
       lastChangeCount_(pasteboard.changeCount()) {}
 
-void ClipboardMonitor::setOnNewText(std::function<void(const std::string&)> onNewText) {
+void ClipboardMonitor::setOnNewText(std::function<void(const CanonicalText&)> onNewText) {
   onNewText_ = std::move(onNewText);
 }
 
@@ -33,11 +33,11 @@ void ClipboardMonitor::poll() {
   if (count == lastChangeCount_) return;
   lastChangeCount_ = count;
 
-  const std::optional<std::string> text = pasteboard_.string();
+  std::optional<std::string> text = pasteboard_.string();
   if (!text || trimmed(*text, WhiteSpace::kWithNewlines).empty()) return;
 
   if (std::exchange(suppressedText_, std::nullopt) == text) return;
-  if (onNewText_) onNewText_(*text);
+  if (onNewText_) onNewText_(*std::move(text));
 }
 
 void ClipboardMonitor::writeOwnText(const std::string& text) {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "base/canonical_text.h"
 #include "base/weak_anchor.h"
 #include "platform/main_queue.h"
 #include "platform/pasteboard.h"
@@ -22,7 +23,7 @@ class ClipboardMonitor {
   ClipboardMonitor(Pasteboard& pasteboard, Timers& timers, MainQueue& queue);
 
   /// Receives each newly copied text, untrimmed. Not called for blank text.
-  void setOnNewText(std::function<void(const std::string& text)> onNewText);
+  void setOnNewText(std::function<void(const CanonicalText&)> onNewText);
 
   /// Polls every half second from now on; called while running, it starts the interval anew.
   void start();
@@ -43,7 +44,7 @@ class ClipboardMonitor {
   // The text last written by the program itself. Some clients take a text over from its owner and
   // offer it again, which moves the count once more with the same text.
   std::optional<std::string> suppressedText_;
-  std::function<void(const std::string&)> onNewText_;
+  std::function<void(const CanonicalText&)> onNewText_;
   WeakAnchor anchor_;
 };
 

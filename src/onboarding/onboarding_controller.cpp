@@ -5,7 +5,6 @@
 #include <optional>
 
 #include "base/decimal_integer.h"
-#include "base/unicode_text.h"
 
 namespace brimlo {
 namespace {
@@ -92,8 +91,8 @@ void OnboardingController::copyPracticeSample() {
   services_.log.write("onboarding practice: sample copied to pasteboard");
 }
 
-void OnboardingController::checkCapturedText(const std::string& text) {
-  if (state_.practiceCopied.value() || !canonicallyEqual(text, practiceSample())) return;
+void OnboardingController::checkCapturedText(const CanonicalText& text) {
+  if (state_.practiceCopied.value() || !text.equals(practiceSample())) return;
   state_.practiceCopied.set(true);
   services_.log.write("onboarding practice: sample captured into history");
 }

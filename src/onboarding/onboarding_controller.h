@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "base/canonical_text.h"
 #include "base/published.h"
 #include "base/weak_anchor.h"
 #include "onboarding/onboarding_view_state.h"
@@ -51,7 +52,7 @@ class OnboardingController {
   void present();
 
   /// Takes the text of a clip that was just captured into the history.
-  void checkCapturedText(const std::string& text);
+  void checkCapturedText(const CanonicalText& text);
 
  private:
   void finish();

@@ -4,7 +4,6 @@
 #include <iterator>
 #include <utility>
 
-#include "base/unicode_text.h"
 #include "base/uuid.h"
 #include "store/clip_file.h"
 
@@ -13,15 +12,6 @@ namespace {
 
 bool isNewer(const ClipPtr& a, const ClipPtr& b) {
   return a->savedAt > b->savedAt;
-}
-
-/// Where `clip` stands in `list`, which holds it.
-std::size_t positionOf(const ClipList& list, const Clip& clip) {
-  auto at = std::partition_point(list.begin(), list.end(), [&](const ClipPtr& other) {
-    return other->savedAt > clip.savedAt;
-  });
-  while (at->get() != &clip) ++at;
-  return static_cast<std::size_t>(at - list.begin());
 }
 
 }  // namespace
@@ -42,51 +32,37 @@ ClipStore::ClipStore(FileSystem& files, SystemLog& log, const std::string& dataF
   }
 }
 
-ClipStore::AddResult ClipStore::add(std::string text, std::string source, double savedAt) {
+ClipStore::AddResult ClipStore::add(const CanonicalText& text, std::string source, double savedAt) {
+  if (text.text().empty()) return AddResult::kUnchanged;
   const ClipList current = clips_.value();
-  if (text.empty()) return AddResult::kUnchanged;
-  if (!current.empty() && canonicallyEqual(current[0]->text, text)) return AddResult::kUnchanged;
-
   if (std::exchange(indexStale_, false)) index_.rebuild(current);
-  std::vector<std::size_t> replaced;  // where clips of this text stand, in list order
-  for (const Clip* clip : index_.find(text)) replaced.push_back(positionOf(current, *clip));
-  std::sort(replaced.begin(), replaced.end());
+  const std::vector<const Clip*> same = index_.find(text);
+  const auto hasText = [&](const ClipPtr& clip) {
+    return std::find(same.begin(), same.end(), clip.get()) != same.end();
+  };
+  if (!current.empty() && hasText(current[0])) return AddResult::kUnchanged;
 
-  auto clip = std::make_shared<Clip>();
-  if (replaced.empty()) {
-    clip->id = makeUuid();
-  } else {
-    const Clip& previous = *current[replaced.front()];
-    clip->id = previous.id;
-    clip->tags = previous.tags;
-  }
-  clip->text = std::move(text);
-  clip->savedAt = savedAt;
-  clip->source = std::move(source);
-
-  // Put in front and sorted stably, the clip would come to stand before its equals in time.
+  auto clip = std::make_shared<Clip>(Clip{{}, text.text(), savedAt, std::move(source), {}});
+  const Clip* replaced = nullptr;  // the newest one with this text
   std::vector<ClipPtr> list;
   list.reserve(current.size() + 1);
-  const auto place =
-      std::partition_point(current.begin(), current.end(),
-                           [savedAt](const ClipPtr& other) { return other->savedAt > savedAt; });
-  auto copied = current.begin();
-  const auto copyUpTo = [&](auto end) {
-    while (!replaced.empty() && current.begin() + replaced.front() < end) {
-      const auto skipped = current.begin() + replaced.front();
-      list.insert(list.end(), copied, skipped);
-      index_.erase(**skipped);
-      copied = skipped + 1;
-      replaced.erase(replaced.begin());
+  list.push_back(clip);
+  for (const ClipPtr& other : current) {
+    if (!hasText(other)) {
+      list.push_back(other);
+      continue;
     }
-    list.insert(list.end(), copied, end);
-    copied = end;
-  };
-  copyUpTo(place);
-  index_.insert(*clip);
-  list.push_back(std::move(clip));
-  copyUpTo(current.end());
+    if (!replaced) replaced = other.get();
+    index_.erase(text.hash(), *other);
+  }
+  clip->id = replaced ? replaced->id : makeUuid();
+  if (replaced) clip->tags = replaced->tags;
+  index_.insert(text.hash(), *clip);
 
+  // Of equal times the later addition is first.
+  const auto place = std::partition_point(
+      list.begin() + 1, list.end(), [&](const ClipPtr& other) { return isNewer(other, clip); });
+  std::rotate(list.begin(), list.begin() + 1, place);
   publish(ClipList(std::move(list)));
   return AddResult::kChanged;
 }

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/canonical_text.h"
 #include "base/published.h"
 #include "platform/file_system.h"
 #include "platform/system_log.h"
@@ -35,7 +36,7 @@ class ClipStore {
   /// Adds a clip, or, where the history has its text, moves that clip to its new time with its id
   /// and tags kept. Does nothing for an empty text or the text of the newest clip.
   /// `savedAt`: when it happened, milliseconds since 1970, finite.
-  AddResult add(std::string text, std::string source, double savedAt);
+  AddResult add(const CanonicalText& text, std::string source, double savedAt);
 
   /// Makes `clips`, once sorted, the whole history. Repeated ids and texts stay. The file is left
   /// alone where it is known to hold this very list.

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <string_view>
+#include <cstddef>
 #include <vector>
 
+#include "base/canonical_text.h"
 #include "base/hash_index.h"
 #include "store/clip.h"
 
@@ -15,16 +16,17 @@ class TextIndex {
   /// Forgets everything, then holds the clips of `list`.
   void rebuild(const ClipList& list);
 
-  void insert(const Clip& clip);
+  /// Every held clip with this text, in no particular order.
+  std::vector<const Clip*> find(const CanonicalText& text) const;
 
+  /// `hash`: the canonical hash of the clip's text.
+  void insert(std::size_t hash, const Clip& clip);
   /// Removes `clip`, the same object, where it is held.
-  void erase(const Clip& clip);
-
-  /// Every held clip whose text equals `text`, in no particular order.
-  std::vector<const Clip*> find(std::string_view text) const;
+  void erase(std::size_t hash, const Clip& clip);
 
  private:
-  HashIndex<const Clip*, nullptr> clips_;
+  using Clips = HashIndex<const Clip*, nullptr>;
+  Clips clips_;
 };
 
 }  // namespace brimlo

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <unordered_set>
 
-#include "base/unicode_text.h"
+#include "base/canonical_text.h"
 #include "sync/position_index.h"
 
 namespace brimlo {

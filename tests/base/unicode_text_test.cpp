@@ -5,6 +5,7 @@
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
+#include "base/canonical_text.h"
 #include "base/text_search.h"
 
 namespace brimlo {

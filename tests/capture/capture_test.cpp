@@ -14,7 +14,7 @@ class ClipboardMonitorTest : public testing::Test {
   ClipboardMonitorTest() {
     pasteboard.change("before the start");
     monitor = std::make_unique<ClipboardMonitor>(pasteboard, loop, loop);
-    monitor->setOnNewText([this](const std::string& text) { reported.push_back(text); });
+    monitor->setOnNewText([this](const CanonicalText& text) { reported.push_back(text.text()); });
     monitor->start();
   }
 

@@ -43,7 +43,7 @@ class PasteDeliveryTest : public testing::Test {
 
 TEST_F(PasteDeliveryTest, ATrustedPasteActivatesTheTargetAndPostsCommandVAfter80Milliseconds) {
   int reported = 0;
-  monitor.setOnNewText([&](const std::string&) { ++reported; });
+  monitor.setOnNewText([&](const CanonicalText&) { ++reported; });
   monitor.start();
   paste("e\u0301 text", "action");
   EXPECT_EQ(pasteboard.string(), "e\u0301 text");
