@@ -1,0 +1,76 @@
+#include "base/text_search.h"
+
+#include <gtest/gtest.h>
+#include <unicode/normalizer2.h>
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+
+namespace brimlo {
+namespace {
+
+TEST(CaseInsensitiveSearch, FollowsCaseCanonicalEquivalenceAndLocale) {
+  struct Case {
+    const char *query, *text, *locale;
+    bool found;
+  };
+  const Case cases[] = {
+      {"", "", "en", true},
+      {"abc", "xABCx", "en", true},
+      {"aBc", "ab", "en", false},
+      {"e", "caf\u00e9", "en", false},
+      {"e", "cafe\u0301", "en", false},
+      {"e", "cafe\u0301 bebe", "en", true},
+      {"CAF\u00c9", "une cafe\u0301", "en", true},
+      {"cafe\u0301", "CAFÉ", "en", true},
+      {"привет", "ПРИВЕТ мир", "en", true},
+      {"STRASSE", "Straße", "de", true},
+      {"ß", "MASSE", "de", true},
+      {"title", "TITLE", "en", true},
+      {"title", "TITLE", "tr_TR", false},
+      {"tıtle", "TITLE", "tr_TR", true},
+      {"istanbul", "İSTANBUL", "tr_TR", true},
+      {"日本", "私は日本語", "ja", true},
+  };
+  for (const auto& [query, text, locale, found] : cases) {
+    EXPECT_EQ(CaseInsensitiveSearch(query, locale).foundIn(text), found) << query << " in " << text;
+  }
+}
+
+TEST(CaseInsensitiveSearch, FindsAcrossTheSeamsOfBlocksAndParts) {
+  constexpr std::size_t kPart = CaseInsensitiveSearch::kPart;
+  const std::string run(300, 'q');
+  for (const std::string match :
+       {"x", "needle", "NÉEDLÉ", "ſtraße", "e\u0301e\u0301", run.data()}) {
+    const CaseInsensitiveSearch search(match, "en"), longer(match + "!", "en");
+    for (const std::size_t seam : {std::size_t{4096}, kPart}) {
+      for (std::size_t at = seam - 12; at <= seam + 2; ++at) {
+        const std::string text = std::string(at, '-') + match + std::string(seam + 100, '-');
+        EXPECT_TRUE(search.foundIn(text)) << match << at;
+        EXPECT_FALSE(longer.foundIn(text)) << match << at;
+      }
+    }
+  }
+  EXPECT_FALSE(CaseInsensitiveSearch("e", "en").foundIn(std::string(kPart - 1, '-') + "e\u0301" +
+                                                        std::string(kPart, '-')));
+}
+
+// The bytewise search skips texts in which nothing folds to ASCII; it must know all that does.
+TEST(CaseInsensitiveSearch, MissesNoCharacterThatFoldsToAscii) {
+  UErrorCode status = U_ZERO_ERROR;
+  const auto* nfd = icu::Normalizer2::getNFDInstance(status);
+  for (UChar32 c = 0x80; c <= UCHAR_MAX_VALUE; ++c) {
+    icu::UnicodeString folded(c);
+    folded.foldCase();
+    const icu::UnicodeString decomposed = nfd->normalize(folded, status);
+    const bool combines =
+        decomposed.length() > 1 && u_getCombiningClass(decomposed.char32At(1)) != 0;
+    if (U_IS_SURROGATE(c) || decomposed[0] >= 0x80 || combines) continue;
+    std::string text;
+    icu::UnicodeString(c).toUTF8String(text);
+    const std::string query(1, static_cast<char>(decomposed[0]));
+    EXPECT_TRUE(CaseInsensitiveSearch(query, "en").foundIn(text)) << std::hex << c;
+  }
+}
+
+}  // namespace
+}  // namespace brimlo
