@@ -8,39 +8,34 @@
 namespace brimlo {
 namespace {
 
-TEST(TemplateStore, LoadsSortedStablySavesAndSurvivesDamage) {
+TEST(TemplateStore, LoadsSortedStablyAndSavesWhatTheFileIsNotKnownToHold) {
   test::FakeFileSystem files;
   test::FakeLog log;
-  const std::string path = "/data/templates.json";
+  std::string& file = files.files["/data/templates.json"];
   const auto make = [&] { return TemplateStore(files, log, "/data"); };
-  const auto object = [](const std::string& id, const std::string& createdAt) {
-    return R"({"id":")" + id + R"(","title":"t\n","body":"{date}","createdAt":)" + createdAt + "}";
-  };
-  EXPECT_TRUE(make().templates().value().empty());
-  EXPECT_TRUE(files.files.empty());
-
-  files.files[path] = "[" + object("a", "1") + "," + object("b", "2.5") + "," + object("c", "1") +
-                      R"(,{"x":0,"createdAt":9,"body":"","title":"","id":"d"}])";
+  const std::string older = R"({"id":"a","title":"t\n","body":"{date}","createdAt":1})";
+  const std::string equal = R"({"x":0,"createdAt":1,"body":"","title":"","id":"b"})";
+  const std::string newer = R"({"id":"c","title":"","body":"","createdAt":2.5})";
+  file = "[" + older + "," + equal + "," + newer + "]";
   TemplateStore store = make();
   std::string order;
-  for (const Template& item : store.templates().value()) order += item.id;
-  EXPECT_EQ(order, "dbac");
-  int told = 0;
-  const auto watch = store.templates().observeChanges([&](const auto&) { ++told; });
-  store.setTemplates({store.templates().value()[1]});
-  EXPECT_EQ(told, 1);
-  EXPECT_EQ(files.writes, 0);
+  for (const Template& each : store.templates().value()) order += each.id;
+  EXPECT_EQ(order, "cab");
   store.save();
-  EXPECT_EQ(files.files[path], "[" + object("b", "2.5") + "]");
+  EXPECT_EQ(files.writes, 1) << "another order";
+  make().save();
+  store.setTemplates({store.templates().value()[1]});
+  EXPECT_EQ(files.writes, 1);
+  store.save();
+  EXPECT_EQ(file, "[" + older + "]");
 
-  const std::string bad = R"([{"id":"a","title":"t","body":"b"}])";
-  files.files[path] = bad;
+  const std::string bad = file = R"([{"id":"a","title":"t","body":"b"}])";
   TemplateStore damaged = make();
   EXPECT_TRUE(damaged.templates().value().empty());
   EXPECT_TRUE(log.has("template 0 has no \"createdAt\""));
   damaged.save();
-  EXPECT_EQ(files.files[path], "[]");
-  EXPECT_EQ(files.files[path + ".damaged"], bad);
+  EXPECT_EQ(files.files["/data/templates.json"], "[]");
+  EXPECT_EQ(files.files["/data/templates.json.damaged"], bad);
 }
 
 // 2024-03-15 13:05:09 UTC, a Friday.
