@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <random>
 
 #include "support/fake_file_system.h"
@@ -38,25 +39,20 @@ class ClipStoreTest : public testing::Test {
 
 TEST_F(ClipStoreTest, ANewTextBecomesAClipAndIsSavedAtOnce) {
   ClipStore store = make();
-  EXPECT_EQ(store.add("a \"b\"\n\\\x01/é\0"s, "manual", 1'700'000'000'000.125),
+  EXPECT_EQ(store.add("caf\u00e9\n\"\\\x01/\0"s, "manual", 1'700'000'000'000.125),
             AddResult::kChanged);
   const Clip& clip = *store.clips().value()[0];
   EXPECT_EQ(files.files[kClips], R"([{"id":")" + clip.id +
-                                     R"(","text":"a \"b\"\n\\\u0001/é\u0000",)" +
+                                     R"(","text":"café\n\"\\\u0001/\u0000",)" +
                                      R"("savedAt":1700000000000.125,"source":"manual"}])");
-  ASSERT_EQ(clip.id.size(), 36u);
+  EXPECT_EQ(clip.id.size(), 36u);
   EXPECT_EQ(clip.id.find_first_not_of("0123456789ABCDEF-"), std::string::npos);
   EXPECT_EQ(*make().clips().value()[0], clip);
-}
-
-TEST_F(ClipStoreTest, EmptyAndNewestTextsChangeNothing) {
-  ClipStore store = make();
-  EXPECT_EQ(store.add("", "manual", 1), AddResult::kUnchanged);
-  EXPECT_EQ(store.add("caf\u00e9", "manual", 2), AddResult::kChanged);
-  EXPECT_EQ(store.add("cafe\u0301", "action", 3), AddResult::kUnchanged);
-  EXPECT_EQ(store.clips().value()[0]->savedAt, 2);
-  EXPECT_EQ(store.add("  \n", "manual", 4), AddResult::kChanged);
-  EXPECT_EQ(files.writes, 2);
+  EXPECT_EQ(store.add("", "manual", 2e12), AddResult::kUnchanged);
+  EXPECT_EQ(store.add("cafe\u0301\n\"\\\x01/\0"s, "action", 2e12), AddResult::kUnchanged);
+  EXPECT_EQ(*store.clips().value()[0], clip);
+  EXPECT_EQ(files.writes, 1);
+  EXPECT_EQ(store.add("  \n", "manual", 2e12), AddResult::kChanged);
 }
 
 TEST_F(ClipStoreTest, AnOlderTextMovesUpWithItsIdentity) {
@@ -64,10 +60,9 @@ TEST_F(ClipStoreTest, AnOlderTextMovesUpWithItsIdentity) {
                         object("B", "caf\u00e9", "20", R"(,"tags":["x","y"])") + "," +
                         object("C", "old", "10") + "," + object("D", "cafe\u0301", "5") + "]";
   ClipStore store = make();
-  EXPECT_EQ(store.add("cafe\u0301", "action", 40), AddResult::kChanged);
+  store.add("cafe\u0301", "action", 40);
   EXPECT_EQ(texts(store), (Texts{"cafe\u0301", "new", "old"}));
   const Clip expected{"B", "cafe\u0301", 40, "action", Texts{"x", "y"}};
-  EXPECT_EQ(*store.clips().value()[0], expected);
   EXPECT_EQ(*make().clips().value()[0], expected);
 }
 
@@ -85,24 +80,21 @@ TEST_F(ClipStoreTest, ItsOrderIsThatOfTimeAndAmongEqualTimesTheLaterAdditionIsFi
     model.insert(place, {text, time});
     store.add(text, "manual", time);
   }
-  ASSERT_EQ(store.clips().value().size(), model.size());
-  for (std::size_t i = 0; i < model.size(); ++i) {
-    EXPECT_EQ(store.clips().value()[i]->text, model[i].first);
-    EXPECT_EQ(store.clips().value()[i]->savedAt, model[i].second);
-  }
+  std::vector<std::pair<std::string, double>> history;
+  for (const ClipPtr& clip : store.clips().value()) history.emplace_back(clip->text, clip->savedAt);
+  EXPECT_EQ(history, model);
 }
 
 TEST_F(ClipStoreTest, LoadsKeysInAnyOrderAndUnknownOnesToo) {
   files.files[kClips] =
       R"( [ {"source":"s","x":{"y":[1]},"savedAt":1e3,"text":"\u00e9\ud83d\ude00",)"
       R"("id":"1","tags":null} , )" +
-      object("2", "later", "2000.5", R"(,"tags":[])") + "," + object("2", "later", "1000") + "]\n";
+      object("2", "same", "2000.5", R"(,"tags":[])") + "," + object("3", "same", "1000") + "]\n";
   const ClipStore store = make();
-  EXPECT_EQ(texts(store), (Texts{"later", "é😀", "later"}));
-  EXPECT_EQ(store.clips().value()[1]->tags, std::nullopt);
+  EXPECT_EQ(texts(store), (Texts{"same", "é😀", "same"}));
   EXPECT_EQ(store.clips().value()[0]->tags, Texts());
+  EXPECT_EQ(store.clips().value()[1]->tags, std::nullopt);
   EXPECT_EQ(log.lines, Texts());
-  EXPECT_EQ(files.writes, 0);
 }
 
 TEST_F(ClipStoreTest, AWriteIsLeftOutOnlyWhereTheFileIsKnownToHoldTheHistory) {
@@ -111,8 +103,8 @@ TEST_F(ClipStoreTest, AWriteIsLeftOutOnlyWhereTheFileIsKnownToHoldTheHistory) {
       {std::nullopt, 1},
       {"[]", 0},
       {"[ " + newer + ", " + older + " ]", 0},
-      {"[" + older + "," + newer + "]", 1},  // it is kept in another order
-      {"[" + newer + "", 1},
+      {"[" + older + "," + newer + "]", 1},  // another order
+      {"[" + newer, 1},
   };
   for (const auto& [content, writes] : cases) {
     files = {};
@@ -158,34 +150,31 @@ TEST_F(ClipStoreTest, ASaveTakesOverWhatIsOnDiskOnlyWhileThatIsTheRestOfTheHisto
 
 TEST_F(ClipStoreTest, ADamagedHistoryIsNamedKeptAsideAndNeverOverwritten) {
   const std::string good = object("A", "a\\n", "1.5", R"(,"tags":["t"])");
-  std::vector<std::pair<std::string, const char*>> cases = {
-      {"not json", ""},
-      {"{}", ""},
-      {"null", ""},
-      {"[1]", ""},
-      {"[" + good + R"(,{"id":"B","text":"b","savedAt":1}])", "clip 1 has no \"source\""},
-      {"[" + object("A", "a", "\"1\"") + "]", ""},
-      {"[" + object("A", "a", "1e999") + "]", ""},
-      {"[" + object("A", "\xff", "1") + "]", ""},
-      {"[" + object("A", "\\ud800", "1") + "]", ""},
-      {"[" + object("A", "a", "1", R"(,"tags":[1])") + "]", ""},
-      {"[" + good + "] []", "something follows the array"},
-      {std::string(4096, '\0'), ""},
-  };
-  for (std::size_t length = 0; length <= good.size(); ++length) {
-    cases.emplace_back("[" + good.substr(0, length), "");
+  const std::string noSource = "[" + good + R"(,{"id":"B","text":"b","savedAt":1}])";
+  std::vector<std::string> contents = {
+      "not json", "{}", "null", "[1]", "[" + good + "] []", noSource, std::string(4096, '\0')};
+  for (const auto& [text, savedAt, more] : {std::array{"a", R"("1")", ""},
+                                            {"a", "1e999", ""},
+                                            {"\xff", "1", ""},
+                                            {"\\ud800", "1", ""},
+                                            {"a", "1", R"(,"tags":[1])"},
+                                            {"a", "1", R"(,"tags":"t")"}}) {
+    contents.push_back("[" + object("A", text, savedAt, more) + "]");
   }
-  for (const auto& [content, fault] : cases) {
-    for (const std::string& path : {kClips, kTombstones}) {
-      if (path == kTombstones && *fault) continue;
+  for (std::size_t length = 0; length <= good.size(); ++length) {
+    contents.push_back("[" + good.substr(0, length));
+  }
+  for (const std::string& path : {kClips, kTombstones}) {
+    for (const std::string& content : contents) {
       files = {};
       log = {};
       files.files[path] = content;
       ClipStore store = make();
       EXPECT_TRUE(store.clips().value().empty() && store.deletedIds()->empty()) << content;
       ASSERT_EQ(log.lines.size(), 1u) << content;
-      EXPECT_TRUE(log.has("is damaged (") && log.has(fault)) << log.lines[0];
-      EXPECT_EQ(files.files[path], content);
+      EXPECT_TRUE(log.has("is damaged (")) << log.lines[0];
+      const bool named = path == kClips && content == noSource;
+      EXPECT_EQ(log.has("(clip 1 has no \"source\")"), named);
       store.add("next", "manual", 1);
       store.clearAll();
       EXPECT_EQ(files.files[path + ".damaged"], content);
@@ -197,10 +186,9 @@ TEST_F(ClipStoreTest, ADamagedHistoryIsNamedKeptAsideAndNeverOverwritten) {
 TEST_F(ClipStoreTest, AFileThatCannotBeReadIsKeptAsideToo) {
   files.unreadable[kClips] = std::errc::permission_denied;
   ClipStore store = make();
-  EXPECT_TRUE(log.has("cannot be read"));
   store.add("a", "manual", 1);
-  EXPECT_TRUE(log.has("kept the damaged clips.json as /data/clips.json.damaged"));
-  EXPECT_EQ(make().clips().value().size(), 1u);
+  EXPECT_TRUE(log.has("cannot be read") && log.has("as /data/clips.json.damaged"));
+  EXPECT_EQ(texts(make()), Texts{"a"});
 }
 
 TEST_F(ClipStoreTest, AFullDiskIsNamedOnceAndWhatItRefusedIsSavedLater) {
@@ -215,12 +203,11 @@ TEST_F(ClipStoreTest, AFullDiskIsNamedOnceAndWhatItRefusedIsSavedLater) {
   EXPECT_EQ(texts(make()), Texts{"a"});
   files.diskFull = false;
   store.saveUnsaved();
+  store.saveUnsaved();
+  EXPECT_EQ(files.writes, 3);
   EXPECT_TRUE(log.has("saved clips.json again"));
   EXPECT_EQ(texts(make()), Texts{"c"});
   EXPECT_EQ(make().deletedIds()->size(), 2u);
-  const int writes = files.writes;
-  store.saveUnsaved();
-  EXPECT_EQ(files.writes, writes);
 }
 
 TEST_F(ClipStoreTest, ClearingLeavesTombstonesUntilTheyAreForgotten) {
