@@ -17,28 +17,27 @@ class FakeFileSystem : public FileSystem {
   std::error_code createPrivateFolder(const std::string&) override { return {}; }
 
   ReadResult read(const std::string& path) const override {
-    if (const auto broken = unreadable.find(path); broken != unreadable.end()) {
-      return {std::nullopt, std::make_error_code(broken->second)};
-    }
-    const auto found = files.find(path);
-    if (found == files.end()) {
-      return {std::nullopt, std::make_error_code(std::errc::no_such_file_or_directory)};
-    }
+    const auto failed = [](std::errc error) {
+      return ReadResult{std::nullopt, std::make_error_code(error)};
+    };
+    if (unreadable.contains(path)) return failed(unreadable.at(path));
+    if (!files.contains(path)) return failed(std::errc::no_such_file_or_directory);
+    const std::string& bytes = files.at(path);
     FileContents contents;
-    contents.size = found->second.size();
+    contents.size = bytes.size();
     contents.bytes.reset(
         static_cast<char*>(std::calloc(contents.size + FileContents::kPadding, 1)));
-    std::memcpy(contents.bytes.get(), found->second.data(), contents.size);
+    std::memcpy(contents.bytes.get(), bytes.data(), contents.size);
     return {std::move(contents), {}};
   }
 
   std::error_code replace(const std::string& path,
                           const std::function<void(ByteSink&)>& produce) override {
-    const auto old = files.find(path);
-    const auto before = written_.find(path);
+    const auto old = files.find(path), before = written_.find(path);
     const bool untouched =
         old != files.end() && before != written_.end() && old->second == before->second;
-    Sink sink(untouched ? &old->second : nullptr);
+    Sink sink;
+    if (untouched) sink.old = &old->second;
     produce(sink);
     if (diskFull) return std::make_error_code(std::errc::no_space_on_device);
     copiedOver = sink.copiedOver;
@@ -64,18 +63,14 @@ class FakeFileSystem : public FileSystem {
 
  private:
   struct Sink : ByteSink {
-    explicit Sink(const std::string* old) : old_(old) {}
     void append(std::string_view more) override { bytes += more; }
     bool appendFromReplaced(std::size_t offset) override {
-      if (!old_) return false;
-      bytes += old_->substr(offset);
-      return copiedOver = true;
+      if (old) bytes += old->substr(offset);
+      return copiedOver = old != nullptr;
     }
+    const std::string* old = nullptr;  // what stands there, where it was written by `replace`
     std::string bytes;
     bool copiedOver = false;
-
-   private:
-    const std::string* old_;
   };
   std::map<std::string, std::string> written_;
 };
