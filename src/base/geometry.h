@@ -40,14 +40,14 @@ struct Rect {
   bool operator==(const Rect&) const = default;
 };
 
-/// The bottom left corner of what is of `size` and has its middle in that of `rect`.
+/// The origin that centres something of `size` in `rect`.
 inline Point originCentered(Size size, const Rect& rect) {
   return {rect.midX() - size.width / 2, rect.midY() - size.height / 2};
 }
 
-/// "{width, height}", each number as short as it can be without losing anything.
+/// "{width, height}"; each number is the shortest that reads back as itself.
 std::string toString(Size size);
-/// "{{x, y}, {width, height}}", likewise.
+/// "{{x, y}, {width, height}}", with such numbers.
 std::string toString(const Rect& rect);
 
 }  // namespace brimlo

@@ -8,8 +8,8 @@ namespace {
 
 constexpr std::size_t kWord = sizeof(std::uint64_t);
 
-/// Marks, in the high bit of each, the bytes of `word` that JSON forbids raw: those below 0x20, the
-/// quote and the backslash. Bytes behind the first such byte may be marked wrongly.
+/// Sets the high bit of every byte of `word` that JSON forbids raw: those below 0x20, the quote and
+/// the backslash. Only the first mark is reliable: a borrow may mark bytes behind it wrongly.
 std::uint64_t markEscapes(std::uint64_t word) {
   constexpr std::uint64_t kOnes = 0x0101010101010101;
   constexpr std::uint64_t kHigh = 0x8080808080808080;

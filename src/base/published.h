@@ -9,8 +9,8 @@
 
 namespace brimlo {
 
-/// The right to be notified; ending it (destruction, `reset`, assignment) unsubscribes.
-/// May outlive the value it was taken from. Move-only.
+/// A registration for notifications. Ending it (destruction, `reset`, assignment) unsubscribes. It
+/// may outlive the value that it was taken from. Move-only.
 class [[nodiscard]] Subscription {
  public:
   Subscription() = default;
@@ -99,7 +99,7 @@ class Published {
  private:
   struct Entry {
     Observer notify;
-    std::uint64_t since;  // the assignments up to this one were made before the subscription
+    std::uint64_t since;  // the last assignment before the subscription
     bool active = true;
   };
   struct State {

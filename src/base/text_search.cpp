@@ -13,7 +13,7 @@
 namespace brimlo {
 namespace {
 
-/// The bit that tells an upper-case letter from `lower`, where that is a letter.
+/// The bit in which an upper-case letter differs from `lower`; 0 where `lower` is no letter.
 unsigned char caseBit(char lower) {
   return lower >= 'a' && lower <= 'z' ? 0x20 : 0;
 }
@@ -23,8 +23,8 @@ bool equalsAt(const char* text, std::string_view query) {
                     [](char q, char t) { return static_cast<char>(t | caseBit(q)) == q; });
 }
 
-/// Whether `query`'s first and last characters stand in their places somewhere in the `count`
-/// places from `text` on. Without a branch, so that compilers make vector instructions of it.
+/// Whether the first and last characters of `query` match at one of the `count` positions from
+/// `text` on. Branch-free, so that compilers vectorise it.
 bool mayStart(const char* text, std::size_t count, std::string_view query) {
   const char first = query.front(), last = query.back();
   const unsigned char firstCase = caseBit(first), lastCase = caseBit(last);
@@ -37,8 +37,8 @@ bool mayStart(const char* text, std::size_t count, std::string_view query) {
   return any != 0;
 }
 
-/// The first place at or after `from` where `text` holds `query` (lower case), cases of ASCII
-/// letters aside. Looks closely only at the blocks that may hold it.
+/// The first position at or after `from` where `text` holds `query`, which is lower case; the case
+/// of ASCII letters is ignored. Only the blocks that may hold it are compared in full.
 std::size_t findAscii(std::string_view text, std::string_view query, std::size_t from) {
   constexpr std::size_t kBlock = 256;
   for (std::size_t at = from; at + query.size() <= text.size(); at += kBlock) {
@@ -55,7 +55,7 @@ bool combines(UChar32 c) {
   return c >= 0x300 && u_getIntPropertyValue(c, UCHAR_GRAPHEME_CLUSTER_BREAK) == U_GCB_EXTEND;
 }
 
-/// Whether folding `c`, not ASCII itself, gives an ASCII character that stands on its own: ß, ŉ,
+/// Whether `c`, which is not ASCII, folds to an ASCII character that no mark combines with: ß, ŉ,
 /// ſ, the Greek question mark, ẚ, ẞ, the Greek varia, the Kelvin sign and the Latin ligatures.
 bool foldsToAscii(UChar32 c) {
   switch (c) {
@@ -73,8 +73,7 @@ bool foldsToAscii(UChar32 c) {
   }
 }
 
-/// Whether the first two bytes of any of those characters stand somewhere in `text`. Without a
-/// branch, as `mayStart`.
+/// Whether `text` holds the first two bytes of any of those characters. Branch-free, as `mayStart`.
 bool mayFoldToAscii(std::string_view text) {
   const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
   unsigned char any = 0;
@@ -113,11 +112,11 @@ bool combinesAt(std::string_view text, std::size_t index) {
   return combines(c);
 }
 
-/// The first place at or after `index` where `text` may be cut: not within a character, nor
-/// before one that combines with the last, however the characters there are normalised.
+/// The first position at or after `index` where `text` may be cut: not inside a character, nor
+/// before one that combines with the previous one.
 std::size_t cutAfter(std::string_view text, std::size_t index) {
   while (index < text.size() && (static_cast<unsigned char>(text[index]) & 0xC0) == 0x80) ++index;
-  // A run without end is cut somewhere.
+  // A longer run of combining characters is cut all the same.
   constexpr std::size_t kLongestRun = 1024;
   const std::size_t latest = std::min(text.size(), index + kLongestRun);
   for (std::size_t at = index; at < latest;) {
@@ -165,7 +164,7 @@ CaseInsensitiveSearch::Progress CaseInsensitiveSearch::findInPart(std::string_vi
                                                                   std::size_t from) const {
   if (text.size() - from <= kPart) return {foundInWhole(text.substr(from)), text.size()};
   const std::size_t next = cutAfter(text, from + kPart);
-  // Every code point folds to one unit or more, and what follows a match is looked at as well.
+  // A match has at most one code point for each folded unit, and the one after it is examined too.
   constexpr std::size_t kLongestCharacter = 4;
   const std::size_t reach = (static_cast<std::size_t>(folded_.length()) + 1) * kLongestCharacter;
   const std::size_t end = cutAfter(text, std::min(text.size(), next + reach));

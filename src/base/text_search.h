@@ -8,7 +8,7 @@
 
 namespace brimlo {
 
-/// A case-insensitive search for one query, prepared once and put to many texts.
+/// A case-insensitive search for one query, prepared once and used on many texts.
 ///
 /// Cases are folded by Unicode's full case folding, under the dotted and dotless i of Turkish and
 /// Azerbaijani where the locale says so. Canonically equivalent spellings match; diacritics are
@@ -23,7 +23,7 @@ class CaseInsensitiveSearch {
 
   struct Progress {
     bool found;
-    std::size_t next;  ///< where to go on; the text's size when all of it has been searched
+    std::size_t next;  ///< where to continue; the text's size when all of it has been searched
   };
   /// Searches a long text by parts: from byte `from` on, a part's length or a little more. A match
   /// that begins in this part and ends in the next is found. `from`: 0, or the last call's `next`.
@@ -38,8 +38,7 @@ class CaseInsensitiveSearch {
 
   std::uint32_t foldOptions_;
   icu::UnicodeString folded_;
-  std::string
-      asciiQuery_;  // `folded_` where that is ASCII and ASCII texts may be searched bytewise
+  std::string asciiQuery_;  // `folded_`, where texts may be searched for it byte by byte
 };
 
 }  // namespace brimlo

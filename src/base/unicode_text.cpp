@@ -19,8 +19,8 @@ bool belongsTo(UChar32 c, WhiteSpace set) {
   return (c >= 0x0A && c <= 0x0D) || c == 0x85 || (U_GET_GC_MASK(c) & U_GC_Z_MASK) != 0;
 }
 
-/// Whether `c` can join a neighbour in one grapheme cluster. Between two code points that cannot,
-/// there is always a boundary. (CR joins LF alone, and is dealt with where that pair is met.)
+/// Whether `c` can share a grapheme cluster with a neighbour. Between two code points that cannot
+/// there is always a boundary, except between CR and LF, which the caller handles.
 bool joins(UChar32 c) {
   return c >= 0x80 && u_getIntPropertyValue(c, UCHAR_GRAPHEME_CLUSTER_BREAK) != U_GCB_OTHER;
 }
@@ -76,13 +76,13 @@ std::string_view trimmed(std::string_view text, WhiteSpace set) {
 }
 
 std::size_t characterCount(std::string_view text) {
-  // Segmenting all of a large text would take seconds. Only the stretches in which something can
-  // join need it: from the code point before the first that joins to the one after the last.
+  // Segmenting all of a large text would take seconds. Only stretches with code points that can
+  // join need it: from the one before the first of them to the one after the last.
   const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
   const auto size = static_cast<std::int64_t>(text.size());
   std::unique_ptr<icu::BreakIterator> clusters;
   std::size_t count = 0;
-  std::int64_t stretch = 0;   // where the code points not counted yet begin
+  std::int64_t stretch = 0;   // the start of what is not counted yet
   bool stretchJoins = false;  // whether one of them joins
   bool previousJoins = false;
   const auto countStretch = [&](std::int64_t end) {
@@ -121,7 +121,7 @@ std::optional<std::int64_t> wholeNumber(std::string_view text) {
   UChar32 c;
   U8_NEXT_OR_FFFD(bytes, i, size, c);
   const double value = u_getNumericValue(c);
-  // Not a number gives a large negative value.
+  // A character without a value gives a large negative one.
   constexpr double kLargest = 1e15;
   if (i != size || !(value >= 0 && value <= kLargest) || value != std::floor(value)) {
     return std::nullopt;
@@ -134,7 +134,7 @@ std::string toValidUtf8(std::string bytes) {
   const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
   const auto size = static_cast<std::int64_t>(bytes.size());
   std::string repaired;
-  std::int64_t copied = 0;  // up to here `bytes` is in `repaired`, once a first fault was met
+  std::int64_t copied = 0;  // how much of `bytes` is in `repaired`; 0 before the first fault
   for (std::int64_t i = 0; i < size;) {
     const std::int64_t at = i;
     UChar32 c;

@@ -23,11 +23,11 @@ std::string_view trimmed(std::string_view text, WhiteSpace set);
 /// The number of user-perceived characters: extended grapheme clusters (UAX #29).
 std::size_t characterCount(std::string_view text);
 
-/// The whole number that `text` stands for, when it is one code point that stands for one: 7 for
-/// "7", "７", "٧" and "七".
+/// The numeric value of `text`, where it is a single code point whose value is a whole number: 7
+/// for "7", "７", "٧" and "七".
 std::optional<std::int64_t> wholeNumber(std::string_view text);
 
-/// Replaces every maximal ill-formed sequence of `bytes` by U+FFFD; returns valid UTF-8 as it is.
+/// `bytes` with every maximal ill-formed sequence replaced by U+FFFD; valid UTF-8 stays as it is.
 std::string toValidUtf8(std::string bytes);
 
 }  // namespace brimlo

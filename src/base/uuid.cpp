@@ -9,8 +9,8 @@ namespace brimlo {
 
 std::string makeUuid() {
   std::array<unsigned char, 16> bytes;
-  // The kernel's generator fails only where the system call itself is missing; an identity that
-  // is not random would silently merge two clips, so that is no state to go on in.
+  // The kernel's generator fails only where the system call itself is missing. Ids that are not
+  // random would silently merge different clips, so the program must not go on without it.
   if (getentropy(bytes.data(), bytes.size()) != 0) std::abort();
   bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0F) | 0x40);
   bytes[8] = static_cast<unsigned char>((bytes[8] & 0x3F) | 0x80);

@@ -7,8 +7,8 @@ namespace brimlo {
 
 /// Ties callbacks to the life of the object that hands them out.
 ///
-/// Held as the last member of an owner, so that it ends first. A callable made by `guard` does
-/// nothing once the owner is gone, whoever still holds it. One thread only.
+/// The last member of its owner, so that it is destroyed first. After that, the callables that
+/// `guard` made do nothing, whoever still holds them. One thread only.
 class WeakAnchor {
  public:
   WeakAnchor() = default;

@@ -14,18 +14,18 @@
 
 namespace brimlo {
 
-/// Watches the pasteboard, which tells nobody of its changes, by asking for its count twice a
-/// second, and reports each newly copied text once. It is also the one place through which the
-/// program writes text there, so that its own writes are never reported. Main thread.
+/// Watches the pasteboard, which does not announce its changes, by polling its count twice a
+/// second, and reports each newly copied text once. The program writes its own texts to the
+/// pasteboard through the monitor alone, so that they are never reported. Main thread.
 class ClipboardMonitor {
  public:
-  /// What is on the pasteboard now is never reported. Stopped until `start`.
+  /// Does not poll until `start`. What is on the pasteboard now is never reported.
   ClipboardMonitor(Pasteboard& pasteboard, Timers& timers, MainQueue& queue);
 
   /// Receives each newly copied text, untrimmed. Not called for blank text.
   void setOnNewText(std::function<void(const CanonicalText&)> onNewText);
 
-  /// Polls every half second from now on; called while running, it starts the interval anew.
+  /// Polls every half second from now on. While running, restarts the interval.
   void start();
   void stop();
 
@@ -41,8 +41,8 @@ class ClipboardMonitor {
   MainQueue& queue_;
   std::unique_ptr<RepeatingTimer> timer_;
   std::int64_t lastChangeCount_;
-  // The text last written by the program itself. Some clients take a text over from its owner and
-  // offer it again, which moves the count once more with the same text.
+  // The text last written by the program itself. Some clients take over a text and offer it again
+  // themselves, which moves the count once more.
   std::optional<std::string> suppressedText_;
   std::function<void(const CanonicalText&)> onNewText_;
   WeakAnchor anchor_;

@@ -17,7 +17,7 @@ bool startsWithIgnoringCase(std::string_view text, std::string_view lowerCasePre
 
 bool isPasswordLike(std::string_view text) {
   const std::string_view token = trimmed(text, WhiteSpace::kWithNewlines);
-  // Every character of a token that can pass is one byte, so its length needs no segmentation.
+  // Only ASCII can pass, so that bytes are characters.
   if (token.size() < 8 || token.size() > 64) return false;
   if (!std::all_of(token.begin(), token.end(), [](char c) { return c >= '!' && c <= '~'; })) {
     return false;

@@ -4,7 +4,7 @@
 
 namespace brimlo {
 
-/// Whether `text`, blanks at its ends aside, looks like a password: 8 to 64 printable ASCII
+/// Whether `text`, without white space at its ends, looks like a password: 8 to 64 printable ASCII
 /// characters without a space, of at least three of the four kinds lower case, upper case, digit
 /// and symbol, and not an http or https address.
 bool isPasswordLike(std::string_view text);

@@ -45,7 +45,7 @@ void PasteDelivery::pasteAutomatically(const std::optional<RunningApplication>& 
   services_.log.write("AX trusted -> auto-paste to " + (named ? target->bundleIdentifier : "?"));
   if (gone) services_.log.write("the remembered application is gone; pasting to what is in front");
   underWay_ = true;
-  // The keys must reach the application that was activated, not the one it takes over from.
+  // The activation takes time, and the keys go to whichever application is in front.
   services_.queue.asyncAfter(std::chrono::milliseconds(80),
                              anchor_.guard([this] { postCommandV(); }));
 }

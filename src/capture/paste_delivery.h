@@ -24,9 +24,9 @@ namespace brimlo {
 ///
 /// The text always ends up on the pasteboard and at the top of the history. Where the process may
 /// type, the application is brought to the front and, 80 ms later, sent ⌘V; where it may not, a
-/// notification asks the person to press it. Deliveries are carried out in order: one asked for
-/// before the application has taken the text of the last one waits for that, half a second at most,
-/// since the pasteboard holds one text at a time. Main thread.
+/// notification asks the person to press it. Deliveries are carried out in order. The pasteboard
+/// holds one text at a time, so each waits until the application has taken the text of the one
+/// before, half a second at most. Main thread.
 class PasteDelivery {
  public:
   /// All of it outlives the delivery.

@@ -21,11 +21,11 @@ struct Clip {
   bool operator==(const Clip&) const = default;
 };
 
-/// Ids of clips. Shared like a list of clips: never changed, read on any thread.
+/// Ids of clips. Shared and never changed, so that any thread may read them.
 using IdSet = std::unordered_set<std::string>;
 using IdSetPtr = std::shared_ptr<const IdSet>;
 
-/// Clips are shared, never changed: a list, a snapshot of it and a sync run hold the same ones.
+/// Clips are shared and never changed: a list, a snapshot of it and a sync run hold the same ones.
 using ClipPtr = std::shared_ptr<const Clip>;
 
 /// An immutable list of clips. A copy shares everything, costs nothing, and may be read on

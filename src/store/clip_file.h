@@ -10,15 +10,15 @@
 
 namespace brimlo {
 
-/// The JSON forms of the history's two files. Compact, UTF-8, keys in the order of `Clip`'s
-/// fields; read in any order, unknown keys ignored, strictly otherwise: one bad element spoils
-/// the file.
+/// The JSON forms of the history's two files: compact, UTF-8, keys in the order of `Clip`'s fields.
+/// They are read with keys in any order and unknown keys ignored; anything else that is wrong makes
+/// the whole file damaged.
 
 /// Reads an array of clips, in file order.
 Decoded<std::vector<ClipPtr>> decodeClips(const FileContents& file);
 
-/// Writes `clips`. Those from `saved` on are known to be all that the file being replaced holds, so
-/// that they are copied over where possible; `clips.size()` when nothing is known of it.
+/// Writes `clips`. The file being replaced is known to hold exactly those from index `saved` on, so
+/// its bytes are copied where possible; `clips.size()` when its content is not known.
 void encodeClips(const ClipList& clips, std::size_t saved, ByteSink& sink);
 
 /// Reads an array of clip ids.

@@ -16,8 +16,8 @@ namespace brimlo {
 ///
 /// `clips` is always sorted by `savedAt`, descending and stable, and after `add` no other clip
 /// has the added text; texts are the same when they are canonically equivalent. There is no limit
-/// on their number. Every change is on disk when the call that made it returns; where the disk
-/// refuses, the change holds in memory and the log says so. Never reads the clock. Main thread.
+/// on their number. Every change is on disk when the call that made it returns; where it cannot be
+/// saved, it holds in memory and the log says so. Never reads the clock. Main thread.
 class ClipStore {
  public:
   /// Loads "clips.json" and "deletedClipIds.json" from `dataFolder`. A file that is missing,
@@ -26,8 +26,8 @@ class ClipStore {
 
   const Published<ClipList>& clips() const { return clips_; }
 
-  /// Ids of clips removed here that the next successful sync push must delete in the cloud.
-  /// Never null.
+  /// Ids of clips that were removed here and are still to be deleted in the cloud, by the next
+  /// successful sync push. Never null.
   const IdSetPtr& deletedIds() const { return deletedIds_; }
 
   const std::string& fileURL() const { return clipsFile_.path(); }
@@ -60,7 +60,7 @@ class ClipStore {
   StoredValue<ClipList> clipsFile_;
   StoredValue<IdSetPtr> tombstonesFile_;
   Published<ClipList> clips_{ClipList()};
-  TextIndex index_;  // of the clips of clips_, once there was an addition to look up
+  TextIndex index_;  // of clips_, unless it is stale
   bool indexStale_ = true;
   IdSetPtr deletedIds_ = std::make_shared<IdSet>();
 };

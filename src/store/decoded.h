@@ -5,7 +5,7 @@
 
 namespace brimlo {
 
-/// What reading a file came to.
+/// The outcome of reading a file.
 template <typename T>
 struct Decoded {
   std::optional<T> value;

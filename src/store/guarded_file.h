@@ -12,8 +12,8 @@ namespace brimlo {
 
 /// One file of the data folder that a store writes through.
 ///
-/// What is on disk and could not be understood is never overwritten: the next save keeps it aside
-/// first. A save that fails is logged once and remembered until one succeeds.
+/// Content that could not be read or understood is never overwritten: the next save keeps it aside
+/// first. Of saves that fail in a row only the first is logged.
 class GuardedFile {
  public:
   GuardedFile(FileSystem& files, SystemLog& log, std::string path);
@@ -23,13 +23,13 @@ class GuardedFile {
   /// The content on disk; none when the file is missing, or cannot be read, which is logged.
   std::optional<FileContents> read();
 
-  /// Says that the content read makes no sense: `fault` is logged.
+  /// Declares what was read damaged; `fault` is logged.
   void declareDamaged(std::string_view fault);
 
   /// Replaces the content by what `produce` appends.
   void save(const std::function<void(ByteSink&)>& produce);
 
-  /// Whether the last save failed, so that what it held is only in memory.
+  /// Whether the last save failed, so that its content is only in memory.
   bool unsaved() const { return unsaved_; }
 
  private:

@@ -13,8 +13,8 @@
 
 namespace brimlo {
 
-/// Writes compact JSON into a sink through a buffer of its own, which `flush` and destruction
-/// empty. Texts are valid UTF-8 and written as such; only what JSON forbids raw is escaped.
+/// Writes compact JSON into a sink. What is buffered reaches the sink with `flush`, at destruction
+/// at the latest. Texts are valid UTF-8 and written as such; only what JSON forbids raw is escaped.
 class JsonWriter {
  public:
   explicit JsonWriter(ByteSink& sink);
@@ -73,7 +73,7 @@ class JsonWriter {
 
   ByteSink& sink_;
   std::unique_ptr<char[]> buffer_;
-  char* end_;  // of what the buffer holds
+  char* end_;  // of the buffer's content
 };
 
 }  // namespace brimlo

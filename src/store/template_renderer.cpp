@@ -22,14 +22,14 @@ void replaceAll(std::string& text, std::string_view placeholder, std::string_vie
   }
 }
 
-/// The locale that a POSIX name means; "C" and "POSIX" mean none in particular.
+/// The locale of a POSIX name; US English for "C" and "POSIX", which stand for no language.
 icu::Locale localeFrom(const std::string& name) {
   const std::string language = name.substr(0, name.find_first_of(".@"));
   if (language.empty() || language == "C" || language == "POSIX") return icu::Locale::getUS();
   return icu::Locale::createCanonical(name.c_str());
 }
 
-/// The calendar and the formats of one moment in one locale and zone.
+/// One moment as a locale and a time zone write it.
 class Moment {
  public:
   explicit Moment(const RenderingContext& context)
@@ -112,7 +112,7 @@ std::string lowerCase(std::string uuid) {
 
 std::string renderTemplate(const std::string& body, const RenderingContext& context) {
   const Moment moment(context);
-  // In this order: the clipboard's text comes last, so that what it holds is not filled in.
+  // The clipboard comes last, so that placeholders in its text are not filled in.
   const std::pair<std::string_view, std::string> values[] = {
       {"{datetime}", moment.dateTime()},
       {"{date+1}", moment.dateAfter(1)},

@@ -15,8 +15,8 @@ struct RenderingContext {
 
 /// `body` with its placeholders filled in: {datetime}, {date+1}, {date-1}, {date}, {time}, {year},
 /// {month}, {day}, {weekday}, {uuid} (a fresh one, lower case) and {clipboard}. Dates follow the
-/// locale's calendar and medium style, times are HH:mm. Other text in braces stays, that of the
-/// clipboard too. Never fails; any thread.
+/// locale's calendar and medium style, times are HH:mm. Other text in braces stays as it is, and so
+/// does everything in the clipboard's text. Never fails; any thread.
 std::string renderTemplate(const std::string& body, const RenderingContext& context);
 
 }  // namespace brimlo

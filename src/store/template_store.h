@@ -11,8 +11,8 @@
 
 namespace brimlo {
 
-/// This machine's copy of the templates, newest first. They are written on the phone; here they are
-/// only replaced as a whole. Main thread.
+/// This machine's copy of the templates, newest first. They are edited on the phone, and here only
+/// replaced as a whole. Main thread.
 class TemplateStore {
  public:
   /// Loads "templates.json" from `dataFolder`. A file that is missing, unreadable or not of its
