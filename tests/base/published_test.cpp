@@ -41,29 +41,26 @@ TEST(Published, AssigningAndSubscribingInsideANotificationKeepTheOrder) {
   EXPECT_EQ(late, Seen{2});
 }
 
-TEST(Published, UnsubscribingInsideANotificationHoldsAtOnce) {
-  Published<int> value(0);
-  Seen seen;
-  Subscription own, others;
-  own = value.observeChanges([&](const int& now) {
-    seen.push_back(now);
-    own.reset();
-    others.reset();
-  });
-  others = value.observeChanges(intoList(seen));
-  value.set(1);
-  value.set(2);
-  EXPECT_EQ(seen, Seen{1});
-}
-
-TEST(Published, TheValueMayEndInsideANotificationAndBeforeItsSubscriptions) {
+TEST(Published, UnsubscribingInsideANotificationHoldsAtOnceAndTheValueMayEndThere) {
   auto value = std::make_unique<Published<int>>(0);
-  Seen after;
-  const auto a = value->observeChanges([&](const int&) { value.reset(); });
-  const auto b = value->observeChanges(intoList(after));
+  Seen own, other, last;
+  Subscription first, second;
+  first = value->observeChanges([&](const int& now) {
+    own.push_back(now);
+    first.reset();
+    second.reset();
+  });
+  second = value->observeChanges(intoList(other));
+  const auto ends = value->observeChanges([&](const int& now) {
+    if (now == 2) value.reset();
+  });
+  const auto third = value->observeChanges(intoList(last));
   value->set(1);
+  value->set(2);
   EXPECT_EQ(value, nullptr);
-  EXPECT_EQ(after, Seen{1});
+  EXPECT_EQ(own, Seen{1});
+  EXPECT_EQ(other, Seen());
+  EXPECT_EQ(last, (Seen{1, 2}));
 }
 
 TEST(Subscription, EndsOnceHoweverItIsMoved) {

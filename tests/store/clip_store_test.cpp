@@ -152,7 +152,8 @@ TEST_F(ClipStoreTest, ADamagedHistoryIsNamedKeptAsideAndNeverOverwritten) {
   const std::string good = object("A", "a\\n", "1.5", R"(,"tags":["t"])");
   const std::string noSource = "[" + good + R"(,{"id":"B","text":"b","savedAt":1}])";
   std::vector<std::string> contents = {
-      "not json", "{}", "null", "[1]", "[" + good + "] []", noSource, std::string(4096, '\0')};
+      "unreadable", "not json",          "{}",     "null",
+      "[1]",        "[" + good + "] []", noSource, std::string(4096, '\0')};
   for (const auto& [text, savedAt, more] : {std::array{"a", R"("1")", ""},
                                             {"a", "1e999", ""},
                                             {"\xff", "1", ""},
@@ -169,6 +170,7 @@ TEST_F(ClipStoreTest, ADamagedHistoryIsNamedKeptAsideAndNeverOverwritten) {
       files = {};
       log = {};
       files.files[path] = content;
+      if (content == "unreadable") files.unreadable[path] = std::errc::permission_denied;
       ClipStore store = make();
       EXPECT_TRUE(store.clips().value().empty() && store.deletedIds()->empty()) << content;
       ASSERT_EQ(log.lines.size(), 1u) << content;
@@ -181,14 +183,6 @@ TEST_F(ClipStoreTest, ADamagedHistoryIsNamedKeptAsideAndNeverOverwritten) {
       EXPECT_EQ(make().deletedIds()->size(), 1u);
     }
   }
-}
-
-TEST_F(ClipStoreTest, AFileThatCannotBeReadIsKeptAsideToo) {
-  files.unreadable[kClips] = std::errc::permission_denied;
-  ClipStore store = make();
-  store.add("a", "manual", 1);
-  EXPECT_TRUE(log.has("cannot be read") && log.has("as /data/clips.json.damaged"));
-  EXPECT_EQ(texts(make()), Texts{"a"});
 }
 
 TEST_F(ClipStoreTest, AFullDiskIsNamedOnceAndWhatItRefusedIsSavedLater) {
