@@ -4,7 +4,9 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,6 +20,7 @@
 namespace brimlo::test {
 
 using Parameters = std::vector<std::pair<std::string, std::string>>;
+using Status = CloudDatabase::AccountStatus;
 
 class TemporaryFolder {
  public:
@@ -32,12 +35,22 @@ class TemporaryFolder {
   std::string path_;
 };
 
-/// The server that the test was started beside.
+/// The server that the test was started beside, where everybody is who they say.
 inline Parameters server(const std::string& database, const std::string& user = "postgres") {
   return {{"host", std::getenv("PGHOST")},
           {"port", std::getenv("PGPORT")},
           {"dbname", database},
           {"user", user}};
+}
+
+/// The same over TCP, with a password.
+inline Parameters serverOverTcp(const std::string& database, const std::string& user,
+                                const std::string& password, const std::string& port) {
+  return {{"host", "127.0.0.1"},
+          {"port", port},
+          {"dbname", database},
+          {"user", user},
+          {"password", password}};
 }
 
 inline void sql(const std::string& database, const std::string& script) {
@@ -55,16 +68,10 @@ inline std::string freshDatabase() {
   return name;
 }
 
-/// Where sessions of one account begin: each is another machine's, or another process's.
-class Backend {
+/// The three kinds of account. Each session is another machine's, or another process's.
+class FakeBackend {
  public:
-  virtual ~Backend() = default;
-  virtual std::unique_ptr<CloudDatabase> session() = 0;
-};
-
-class FakeBackend : public Backend {
- public:
-  std::unique_ptr<CloudDatabase> session() override {
+  std::unique_ptr<CloudDatabase> session() {
     auto session = std::make_unique<FakeCloud>(records_);
     session->pageSize = 5'000;
     return session;
@@ -74,35 +81,79 @@ class FakeBackend : public Backend {
   std::shared_ptr<FakeCloud::Records> records_ = std::make_shared<FakeCloud::Records>();
 };
 
-class SqliteBackend : public Backend {
+class SqliteBackend {
  public:
-  std::unique_ptr<CloudDatabase> session() override {
-    return std::make_unique<MirroredDatabase>(store(), log);
-  }
   std::unique_ptr<RecordStore> store() {
     return std::make_unique<SqliteStore>(
-        folder / "sync.sqlite", [this] { return seed; }, log);
+        file, [this] { return seed; }, log);
+  }
+  std::unique_ptr<CloudDatabase> session() {
+    return std::make_unique<MirroredDatabase>(store(), log);
   }
 
   TemporaryFolder folder;
+  std::string file = folder / "sync.sqlite";
   std::vector<RecordPtr> seed;
   FakeLog log;
 };
 
-class PostgresBackend : public Backend {
+class PostgresBackend {
  public:
-  std::unique_ptr<CloudDatabase> session() override { return session(server(database)); }
-  std::unique_ptr<CloudDatabase> session(const Parameters& parameters) {
-    return std::make_unique<MirroredDatabase>(
-        std::make_unique<PostgresStore>(parameters, patience, log), log);
+  std::unique_ptr<RecordStore> store() { return store(server(database)); }
+  std::unique_ptr<CloudDatabase> session() { return session(server(database)); }
+  std::unique_ptr<RecordStore> store(const Parameters& parameters) {
+    return std::make_unique<PostgresStore>(parameters, patience, log);
   }
-  std::unique_ptr<RecordStore> store() {
-    return std::make_unique<PostgresStore>(server(database), patience, log);
+  std::unique_ptr<CloudDatabase> session(const Parameters& parameters) {
+    return std::make_unique<MirroredDatabase>(store(parameters), log);
   }
 
   std::string database = freshDatabase();
   PostgresPatience patience;
   FakeLog log;
 };
+
+inline RecordPtr clipRecord(const std::string& name, std::string text = "t") {
+  return std::make_shared<CloudRecord>(CloudRecord{
+      {"Clip", name}, {{"text", std::move(text)}, {"savedAt", Date{5}}, {"source", "manual"}}});
+}
+
+inline Status statusOf(CloudDatabase& database) {
+  const auto answer = database.accountStatus();
+  if (const auto* error = std::get_if<CloudError>(&answer)) ADD_FAILURE() << error->description;
+  return std::holds_alternative<Status>(answer) ? std::get<Status>(answer) : Status::kAvailable;
+}
+
+using Contents = std::map<std::string, CloudRecord>;
+
+/// All records of `type` by name, as a run pulls them.
+inline Contents contentsOf(CloudDatabase& database, const char* type = "Clip") {
+  Contents contents;
+  EXPECT_EQ(statusOf(database), Status::kAvailable);
+  auto answer = database.records(type);
+  while (const auto* page = std::get_if<CloudDatabase::Page>(&answer)) {
+    for (const RecordPtr& record : page->records) contents[record->id.name] = *record;
+    if (!page->cursor) return contents;
+    answer = database.recordsContinuing(*page->cursor);
+  }
+  ADD_FAILURE() << std::get<CloudError>(answer).description;
+  return contents;
+}
+
+using Names = std::set<std::string>;
+
+inline Names namesIn(CloudDatabase& database) {
+  Names names;
+  for (const auto& [name, record] : contentsOf(database)) names.insert(name);
+  return names;
+}
+
+/// Pushes as a run does that does not look at what came.
+inline void save(CloudDatabase& database, const std::vector<RecordPtr>& saving,
+                 const std::vector<RecordID>& deleting = {}) {
+  EXPECT_EQ(statusOf(database), Status::kAvailable);
+  const auto error = database.modifyRecords(saving, deleting);
+  EXPECT_FALSE(error) << error->description;
+}
 
 }  // namespace brimlo::test

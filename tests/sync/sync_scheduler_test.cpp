@@ -11,6 +11,8 @@
 namespace brimlo {
 namespace {
 
+using Strings = std::vector<std::string>;
+
 class SyncSchedulerTest : public testing::Test {
  protected:
   void inCloud(const std::string& id, double savedAt, const std::string& source = "manual") {
@@ -31,16 +33,17 @@ class SyncSchedulerTest : public testing::Test {
     }
     background.run();
   }
-  std::vector<std::string> ids() {
-    std::vector<std::string> found;
-    for (const ClipPtr& clip : store.clips().value()) found.push_back(clip->id);
-    return found;
-  }
-  std::vector<std::string> texts() {
-    std::vector<std::string> found;
+  Strings texts() {
+    Strings found;
     for (const ClipPtr& clip : store.clips().value()) found.push_back(clip->text);
     return found;
   }
+  Strings templateIds() {
+    Strings found;
+    for (const Template& held : templates.templates().value()) found.push_back(held.id);
+    return found;
+  }
+  const std::string& status() { return scheduler.syncStatus().value(); }
 
   test::FakeFileSystem files;
   test::FakeLog log;
@@ -56,24 +59,25 @@ class SyncSchedulerTest : public testing::Test {
 
 TEST_F(SyncSchedulerTest, ARunBringsTheCloudHereAndSaysSo) {
   for (int i = 0; i < 12; ++i) inCloud(std::to_string(i), i);
-  for (const char* id : {"old", "new", "middle"}) templateInCloud(id, id[0]);
-  EXPECT_EQ(scheduler.syncStatus().value(), "sync.status.idle");
+  for (const char* id : {"1st", "2nd", "3rd", "4th"}) templateInCloud(id, 9 - id[0]);
+  cloud.put({{"Template", "5th"}, {{"body", "without a title"}}});
+  EXPECT_EQ(status(), "sync.status.idle");
   EXPECT_TRUE(localTemplateRecords(files, "/data").empty());
   sync();
-  EXPECT_EQ(ids().front(), "11");
-  EXPECT_EQ(templates.templates().value()[0].id, "old");
-  EXPECT_EQ(templates.templates().value()[2].id, "middle");
-  ASSERT_EQ(localTemplateRecords(files, "/data").size(), 3u) << "what a new database begins with";
-  EXPECT_EQ(*localTemplateRecords(files, "/data")[0],
-            recordFromTemplate(templates.templates().value()[0]));
-  EXPECT_EQ(scheduler.syncStatus().value(), "sync.status.done 12");
-  EXPECT_EQ(log.lines, std::vector<std::string>{"sync ok: 12 clips, 3 templates, 0 new action"});
+  EXPECT_EQ(texts().front(), "text of 11");
+  EXPECT_EQ(templateIds(), (Strings{"1st", "2nd", "3rd", "4th"}));
+  EXPECT_EQ(status(), "sync.status.done 12");
+  EXPECT_EQ(log.lines, Strings{"sync ok: 12 clips, 4 templates, 0 new action"});
   const int writes = files.writes;
   int published = 0;
   const auto watch = store.clips().observeChanges([&](const ClipList&) { ++published; });
   sync();
   EXPECT_EQ(published, 1);
   EXPECT_EQ(files.writes, writes) << "a run that changes nothing";
+  // What a new database would begin with.
+  const auto records = localTemplateRecords(files, "/data");
+  ASSERT_EQ(records.size(), 4u);
+  EXPECT_EQ(*records[0], recordFromTemplate(templates.templates().value()[0]));
 }
 
 TEST_F(SyncSchedulerTest, ARequestWhileARunIsUnderWayIsDropped) {
@@ -88,18 +92,15 @@ TEST_F(SyncSchedulerTest, ARequestWhileARunIsUnderWayIsDropped) {
 
 TEST_F(SyncSchedulerTest, WithoutTheCloudNothingChanges) {
   store.add("a", "manual", 1);
-  store.clearAll();
-  store.add("b", "manual", 2);
   templateInCloud("t", 1);
   sync();
   cloud.status = CloudDatabase::AccountStatus::kNoAccount;
   store.clearAll();
   sync();
-  EXPECT_EQ(scheduler.syncStatus().value(), "sync.status.unavailable");
+  EXPECT_EQ(status(), "sync.status.unavailable");
   EXPECT_EQ(log.lines.back(), "sync unavailable: account:noAccount");
   EXPECT_EQ(store.deletedIds()->size(), 1u);
-  EXPECT_EQ(templates.templates().value().size(), 1u);
-  EXPECT_FALSE(scheduler.isSyncing().value());
+  EXPECT_EQ(templateIds(), Strings{"t"});
 }
 
 TEST_F(SyncSchedulerTest, TombstonesStayUntilThePushSucceeds) {
@@ -109,7 +110,7 @@ TEST_F(SyncSchedulerTest, TombstonesStayUntilThePushSucceeds) {
   cloud.failing = {"modify"};
   sync();
   EXPECT_EQ(store.deletedIds()->size(), 1u);
-  EXPECT_EQ(scheduler.syncStatus().value(), "sync.status.done 0");
+  EXPECT_EQ(status(), "sync.status.done 0");
   cloud.failing.clear();
   sync();
   EXPECT_EQ(files.files["/data/deletedClipIds.json"], "[]");
@@ -125,7 +126,7 @@ TEST_F(SyncSchedulerTest, WhatHappensDuringARunIsNotLost) {
     loop.drain();
     store.add("and again", "manual", 4);
   });
-  EXPECT_EQ(texts(), (std::vector<std::string>{"and again", "during", "text of remote", "here"}));
+  EXPECT_EQ(texts(), (Strings{"and again", "during", "text of remote", "here"}));
   EXPECT_EQ(cloud.all().size(), 2u);
   sync();
   EXPECT_EQ(cloud.all().size(), 4u);
@@ -133,7 +134,7 @@ TEST_F(SyncSchedulerTest, WhatHappensDuringARunIsNotLost) {
   // Cleared during a run: nothing of it comes back, and its tombstones outlive that run's push.
   inCloud("new", 5);
   sync([&] { store.clearAll(); });
-  EXPECT_EQ(ids(), std::vector<std::string>{"new"});
+  EXPECT_EQ(texts(), Strings{"text of new"});
   EXPECT_EQ(store.deletedIds()->size(), 4u);
   sync();
   EXPECT_EQ(cloud.all().size(), 1u);
@@ -141,42 +142,42 @@ TEST_F(SyncSchedulerTest, WhatHappensDuringARunIsNotLost) {
 }
 
 TEST_F(SyncSchedulerTest, AFailedTemplateQueryKeepsTheTemplates) {
-  templateInCloud("t", 1);
+  for (const char* id : {"1st", "2nd", "3rd", "4th"}) templateInCloud(id, 9 - id[0]);
   sync();
   inCloud("a", 1);
-  cloud.failing = {"Template 0"};
+  cloud.failing = {"Template 3"};
   sync();
-  EXPECT_EQ(templates.templates().value().size(), 1u);
+  EXPECT_EQ(templateIds().size(), 4u);
   EXPECT_EQ(log.lines.back(), "sync ok: 1 clips, 0 templates, 0 new action");
   cloud.failing.clear();
   cloud.all().clear();
   sync();
-  EXPECT_TRUE(templates.templates().value().empty());
+  EXPECT_EQ(templateIds(), Strings());
   EXPECT_EQ(files.files["/data/templates.json"], "[]");
 }
 
 TEST_F(SyncSchedulerTest, OnlyTheNewestActionClipIsAppliedAndOnce) {
-  std::vector<std::string> applied;
+  Strings applied;
   bool applies = true;
   scheduler.setOnActionClip([&](const Clip& clip) {
-    if (applies) applied.push_back(clip.id);
+    applied.push_back(clip.id);
     return applies;
   });
   inCloud("first", 1e12 + 1, "action");
   inCloud("second", 1e12 + 2, "action");
   sync();
-  EXPECT_EQ(applied, std::vector<std::string>{"second"});
-  EXPECT_EQ(scheduler.syncStatus().value(), "sync.status.applied_iphone");
-  EXPECT_EQ(log.lines, (std::vector<std::string>{"sync ok: 2 clips, 0 templates, 2 new action",
-                                                 "auto-applied iPhone clip to pasteboard"}));
+  EXPECT_EQ(applied, Strings{"second"});
+  EXPECT_EQ(status(), "sync.status.applied_iphone");
+  EXPECT_EQ(log.lines, (Strings{"sync ok: 2 clips, 0 templates, 2 new action",
+                                "auto-applied iPhone clip to pasteboard"}));
   sync();
   EXPECT_EQ(applied.size(), 1u);
-  EXPECT_EQ(scheduler.syncStatus().value(), "sync.status.done 2");
+  EXPECT_EQ(status(), "sync.status.done 2");
   applies = false;
   inCloud("third", 1e12 + 3, "action");
   sync();
   EXPECT_EQ(log.lines.back(), "sync ok: 3 clips, 0 templates, 1 new action");
-  EXPECT_EQ(scheduler.syncStatus().value(), "sync.status.done 3");
+  EXPECT_EQ(status(), "sync.status.done 3");
 }
 
 }  // namespace

@@ -1,0 +1,226 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+
+#include "support/cloud_backends.h"
+#include "support/relay.h"
+
+/// A server that many share, and that fails in its own ways.
+namespace brimlo {
+namespace {
+
+using namespace std::chrono_literals;
+using namespace test;
+
+/// Two people on one server, whose administrator made the tables.
+class PostgresPeopleTest : public testing::Test {
+ protected:
+  PostgresPeopleTest() {
+    statusOf(*backend.session());  // makes the tables
+    sql(backend.database,
+        "DO $$ BEGIN CREATE ROLE people; CREATE ROLE anna LOGIN IN ROLE people;"
+        "  CREATE ROLE bert LOGIN IN ROLE people PASSWORD 'right'; CREATE ROLE nobody LOGIN;"
+        "EXCEPTION WHEN duplicate_object THEN NULL; END $$;"
+        "GRANT USAGE ON SCHEMA brimlo TO people;"
+        "GRANT SELECT ON ALL TABLES IN SCHEMA brimlo TO people;"
+        "GRANT INSERT, UPDATE, DELETE ON brimlo.account, brimlo.change, brimlo.clip,"
+        "  brimlo.template, brimlo.deleted TO people;");
+  }
+  std::unique_ptr<CloudDatabase> person(const std::string& role) {
+    return backend.session(server(backend.database, role));
+  }
+
+  PostgresBackend backend;
+};
+
+TEST_F(PostgresPeopleTest, EachSeesAndChangesNothingButTheirOwn) {
+  const auto anna = person("anna"), bert = person("bert");
+  save(*anna, {clipRecord("same id", "anna's"), clipRecord("a")});
+  EXPECT_EQ(namesIn(*bert), Names());
+  save(*bert, {clipRecord("same id", "bert's")}, {{"Clip", "a"}});
+  EXPECT_EQ(namesIn(*bert), Names{"same id"});
+  EXPECT_EQ(namesIn(*anna), (Names{"a", "same id"}));
+  EXPECT_EQ(contentsOf(*person("anna")), contentsOf(*anna));
+
+  // And by hand, with what the role may do.
+  auto opened = PostgresConnection::open(server(backend.database, "bert"), {});
+  auto& connection = *std::get<std::unique_ptr<PostgresConnection>>(opened);
+  for (const std::string table : {"account", "change", "clip", "deleted"}) {
+    std::int64_t strangers = -1;
+    connection.run({{"SELECT count(*) FROM brimlo." + table + " WHERE owner <> 'bert'",
+                     {},
+                     [&](const auto& row) { strangers = row.integer(0); }}});
+    EXPECT_EQ(strangers, 0) << table;
+  }
+  for (const char* attempt :
+       {"INSERT INTO brimlo.clip (owner, id, text) VALUES ('anna', 'planted', 'x')",
+        "UPDATE brimlo.clip SET owner = 'anna'",
+        "INSERT INTO brimlo.account VALUES ('anna', 99, gen_random_uuid())", "TRUNCATE brimlo.clip",
+        "DROP POLICY own ON brimlo.clip", "SELECT brimlo.next_revision('anna')",
+        "UPDATE brimlo.version SET version = 9"}) {
+    const auto fault = connection.runScript(attempt);
+    EXPECT_TRUE(fault && fault->state == "42501") << attempt << (fault ? fault->what : "");
+  }
+  EXPECT_FALSE(connection.runScript("DELETE FROM brimlo.clip"));
+  EXPECT_EQ(namesIn(*anna).size(), 2u);
+  EXPECT_EQ(namesIn(*bert), Names());
+}
+
+TEST_F(PostgresPeopleTest, TheStateOfTheAccountSaysWhatIsWrong) {
+  const auto overTcp = [&](const char* password, const char* sslmode) {
+    Parameters parameters =
+        serverOverTcp(backend.database, "bert", password, std::getenv("PGPORT"));
+    parameters.emplace_back("sslmode", sslmode);
+    return parameters;
+  };
+  struct Case {
+    const char* what;
+    Parameters parameters;
+    Status status;
+  };
+  const Case cases[] = {
+      {"right", overTcp("right", "prefer"), Status::kAvailable},
+      {"wrong password", overTcp("wrong", "prefer"), Status::kNoAccount},
+      {"no encryption", overTcp("right", "require"), Status::kRestricted},
+      {"no such role", server(backend.database, "carol"), Status::kNoAccount},
+      {"no such database", server("nowhere"), Status::kNoAccount},
+      {"a role that may not use the tables", server(backend.database, "nobody"),
+       Status::kRestricted},
+      {"a role that may not make them", server("postgres", "nobody"), Status::kRestricted},
+      {"nobody listens", {{"host", "127.0.0.1"}, {"port", "9"}}, Status::kTemporarilyUnavailable},
+  };
+  for (const Case& c : cases) {
+    backend.log.lines.clear();
+    EXPECT_EQ(statusOf(*backend.session(c.parameters)), c.status) << c.what;
+    EXPECT_EQ(backend.log.lines.size(), c.status == Status::kAvailable ? 0u : 1u) << c.what;
+    EXPECT_FALSE(backend.log.has("right")) << "the password";
+  }
+  sql(backend.database, "UPDATE brimlo.version SET version = 2");
+  EXPECT_EQ(statusOf(*person("anna")), Status::kRestricted);
+}
+
+TEST(PostgresStore, AServerThatWasResetOrRestoredIsPulledAnew) {
+  PostgresBackend backend;
+  const auto a = backend.session(), b = backend.session(), c = backend.session();
+  for (const char* name : {"1", "2", "3"}) save(*a, {clipRecord(name)});
+  EXPECT_EQ(namesIn(*b), (Names{"1", "2", "3"}));
+  // A backup from before "3" is restored, and the next change gets the number that "3" had.
+  sql(backend.database,
+      "SET session_replication_role = replica; DELETE FROM brimlo.clip WHERE revision = 3;"
+      "DELETE FROM brimlo.change WHERE revision = 3; UPDATE brimlo.account SET revision = 2,"
+      " stamp = (SELECT stamp FROM brimlo.change WHERE revision = 2);");
+  EXPECT_EQ(namesIn(*c), (Names{"1", "2"}));
+  save(*c, {clipRecord("4")});
+  for (const auto* session : {&a, &b}) EXPECT_EQ(namesIn(**session), (Names{"1", "2", "4"}));
+
+  sql(backend.database, "INSERT INTO brimlo.template (id, title) VALUES ('t', 't')");
+  for (const std::string table : {"clip", "template"}) {
+    EXPECT_EQ(contentsOf(*a, "Template").size(), 1u);
+    sql(backend.database, "TRUNCATE brimlo." + table);
+  }
+  EXPECT_TRUE(contentsOf(*a, "Template").empty()) << "emptied, with no change in between";
+  for (const char* reset : {"TRUNCATE brimlo.clip", "DROP SCHEMA brimlo CASCADE"}) {
+    sql(backend.database, reset);
+    EXPECT_EQ(namesIn(*a), Names()) << reset;
+    save(*a, {clipRecord("5")});
+    EXPECT_EQ(namesIn(*b), Names{"5"}) << reset;
+  }
+}
+
+TEST(PostgresStore, AReaderFromBeforeTheChangesThatAreKeptMissesNoDeletion) {
+  PostgresBackend backend;
+  const auto writer = backend.session(), reader = backend.session();
+  save(*writer, {clipRecord("5")});
+  EXPECT_EQ(namesIn(*reader), Names{"5"});
+  save(*writer, {}, {{"Clip", "5"}});
+  sql(backend.database, "UPDATE brimlo.change SET at = now() - interval '31 days'");
+  save(*writer, {clipRecord("6")});
+  sql(backend.database,
+      "DO $$ BEGIN ASSERT (SELECT count(*) FROM brimlo.change) = 1; ASSERT"
+      " NOT EXISTS (SELECT FROM brimlo.deleted); END $$");
+  EXPECT_EQ(namesIn(*reader), Names{"6"});
+}
+
+TEST(PostgresStore, ARecordTooLargeOrRefusedHoldsUpNoOther) {
+  PostgresBackend backend;
+  const auto session = backend.session();
+  save(*session, {clipRecord("good"), clipRecord("monster")});
+  sql(backend.database,
+      "UPDATE brimlo.clip SET text = convert_to(repeat('x', 300000000), 'UTF8')"
+      " WHERE id = 'monster';"
+      "ALTER TABLE brimlo.clip ADD CHECK (text <> 'refused') NOT VALID;");
+  const Contents contents = contentsOf(*session);
+  EXPECT_EQ(contents.size(), 2u);
+  EXPECT_EQ(contents.at("monster").field("text"), nullptr);
+  std::vector<RecordPtr> saving = {clipRecord("bad", "refused")};
+  Names expected = {"monster"};
+  for (int i = 0; i < 8; ++i) {
+    saving.push_back(clipRecord(std::to_string(i)));
+    expected.insert(std::to_string(i));
+  }
+  std::string longId;  // more than an index takes, even compressed
+  for (int i = 0; i < 10'000; ++i) longId += std::to_string(i * 7919);
+  saving.insert(saving.begin() + 6, clipRecord(longId));
+  save(*session, saving, {{"Clip", "good"}});
+  EXPECT_TRUE(backend.log.has("a record was refused"));
+  EXPECT_EQ(namesIn(*session), expected);
+  EXPECT_EQ(namesIn(*backend.session()), expected);
+}
+
+/// A session whose server is reached through a network that fails.
+class PostgresNetworkTest : public testing::Test {
+ protected:
+  std::unique_ptr<CloudDatabase> session() {
+    return backend.session(
+        serverOverTcp(backend.database, "postgres", "postgres", std::to_string(relay.port())));
+  }
+
+  PostgresBackend backend;
+  Relay relay{std::atoi(std::getenv("PGPORT"))};
+};
+
+TEST_F(PostgresNetworkTest, AHangingServerIsGivenUp) {
+  backend.patience = {.connecting = 300ms, .silence = 300ms, .exchange = 1s};
+  const auto session = this->session();
+  const auto begin = std::chrono::steady_clock::now();
+  relay.setSilent(true);
+  EXPECT_EQ(statusOf(*session), Status::kTemporarilyUnavailable);
+  relay.setSilent(false);
+  EXPECT_EQ(namesIn(*session), Names());
+  relay.setSilent(true);
+  EXPECT_TRUE(session->modifyRecords({clipRecord("a")}, {}));
+  EXPECT_EQ(statusOf(*session), Status::kTemporarilyUnavailable);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, 5s);
+  relay.setSilent(false);
+  EXPECT_EQ(namesIn(*session), Names());
+  save(*session, {clipRecord("a")});
+
+  // The connection that was kept broke while nobody used it.
+  relay.cutAfter(0);
+  relay.cutAfter(std::nullopt);
+  EXPECT_EQ(namesIn(*session), Names{"a"});
+}
+
+TEST_F(PostgresNetworkTest, AConnectionThatBreaksAnywhereLosesNothing) {
+  const auto session = this->session(), other = backend.session();
+  int broken = 0;
+  for (int round = 0; round < 60; ++round) {
+    const auto name = [&](const char* kind, int of) { return kind + std::to_string(round % of); };
+    const std::string text = std::to_string(round);
+    save(*other, {clipRecord(name("other ", 7), text)}, {{"Clip", name("mine ", 5)}});
+    relay.cutAfter(static_cast<std::size_t>(round) * 120);
+    const auto account = session->accountStatus();
+    const auto* status = std::get_if<Status>(&account);
+    const bool pulled = status && *status == Status::kAvailable &&
+                        std::holds_alternative<CloudDatabase::Page>(session->records("Clip"));
+    broken += !pulled || session->modifyRecords({clipRecord(name("mine ", 3), text)}, {});
+    relay.cutAfter(std::nullopt);
+    ASSERT_EQ(contentsOf(*session), contentsOf(*backend.session())) << round;
+  }
+  EXPECT_GT(broken, 10);
+  EXPECT_LT(broken, 60);
+}
+
+}  // namespace
+}  // namespace brimlo
