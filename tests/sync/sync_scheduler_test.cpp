@@ -2,182 +2,245 @@
 
 #include <gtest/gtest.h>
 
-#include "support/fake_cloud.h"
-#include "support/fake_file_system.h"
-#include "support/fakes.h"
+#include <algorithm>
+#include <set>
+
+#include "support/sync_machine.h"
 #include "sync/local_templates.h"
 #include "sync/record_conversions.h"
 
 namespace brimlo {
 namespace {
 
-using Strings = std::vector<std::string>;
+using namespace test;
 
-class SyncSchedulerTest : public testing::Test {
+class SyncTest : public testing::Test {
  protected:
-  void inCloud(const std::string& id, double savedAt, const std::string& source = "manual") {
-    cloud.put(recordFromClip({id, "text of " + id, savedAt, source, {}}));
+  void inCloud(const std::string& shortForms) {
+    for (const ClipPtr& clip : clips(shortForms)) cloud.put(recordFromClip(*clip));
   }
-  void templateInCloud(const std::string& id, double createdAt) {
-    cloud.put(recordFromTemplate({id, "title", "body", createdAt}));
+  void templatesInCloud(const Strings& ids) {
+    double createdAt = 9;
+    for (const std::string& id : ids) cloud.put(recordFromTemplate({id, "t", "b", --createdAt}));
   }
+  Strings cloudIds() {
+    Strings found;
+    for (const auto& [id, record] : cloud.all()) found.push_back(id.second);
+    return found;
+  }
+  bool pushed() { return std::count(cloud.asked.begin(), cloud.asked.end(), "modify") > 0; }
 
-  /// One run, with `meanwhile` between the run's body and its outcome.
-  void sync(const std::function<void()>& meanwhile = [] {}) {
-    scheduler.syncNow(1e12);
-    background.run();
-    meanwhile();
-    while (scheduler.isSyncing().value()) {
-      loop.drain();
-      background.run();
-    }
-    background.run();
+  /// What a run asks of the database.
+  std::size_t asked() {
+    cloud.asked.clear();
+    here.sync();
+    return cloud.asked.size();
   }
   Strings texts() {
     Strings found;
-    for (const ClipPtr& clip : store.clips().value()) found.push_back(clip->text);
+    for (const ClipPtr& clip : here.store.clips().value()) found.push_back(clip->text);
     return found;
   }
   Strings templateIds() {
     Strings found;
-    for (const Template& held : templates.templates().value()) found.push_back(held.id);
+    for (const Template& held : here.templates.templates().value()) found.push_back(held.id);
     return found;
   }
-  const std::string& status() { return scheduler.syncStatus().value(); }
+  const std::string& status() { return here.scheduler.syncStatus().value(); }
 
-  test::FakeFileSystem files;
-  test::FakeLog log;
-  test::FakeRunLoop loop;
-  test::FakeCloud cloud;
-  test::FakeBackground background;
-  test::FakeEntitlements entitlements;
-  test::FakeStrings strings;
-  ClipStore store{files, log, "/data"};
-  TemplateStore templates{files, log, "/data"};
-  SyncScheduler scheduler{{background, cloud, entitlements, log, loop, strings}, store, templates};
+  FakeFileSystem files;
+  FakeRunLoop loop;
+  std::unique_ptr<FakeCloud> session = std::make_unique<FakeCloud>();
+  FakeCloud& cloud = *session;
+  Machine here{std::move(session), files, loop};
 };
 
-TEST_F(SyncSchedulerTest, ARunBringsTheCloudHereAndSaysSo) {
-  for (int i = 0; i < 12; ++i) inCloud(std::to_string(i), i);
-  for (const char* id : {"1st", "2nd", "3rd", "4th"}) templateInCloud(id, 9 - id[0]);
+TEST_F(SyncTest, ARunBringsTheCloudHereAndSaysSo) {
+  inCloud("a:1@1 b:2@2 c:3@3 d:4@4");
+  templatesInCloud({"1st", "2nd", "3rd", "4th"});
   cloud.put({{"Template", "5th"}, {{"body", "without a title"}}});
   EXPECT_EQ(status(), "sync.status.idle");
   EXPECT_TRUE(localTemplateRecords(files, "/data").empty());
-  sync();
-  EXPECT_EQ(texts().front(), "text of 11");
+  here.sync([&] { here.scheduler.syncNow(0); });  // dropped: a run is under way
+  EXPECT_EQ(shortForms(here.store.clips().value()), "d:4@4 c:3@3 b:2@2 a:1@1");
   EXPECT_EQ(templateIds(), (Strings{"1st", "2nd", "3rd", "4th"}));
-  EXPECT_EQ(status(), "sync.status.done 12");
-  EXPECT_EQ(log.lines, Strings{"sync ok: 12 clips, 4 templates, 0 new action"});
+  EXPECT_EQ(status(), "sync.status.done 4");
+  EXPECT_EQ(here.log.lines, Strings{"sync ok: 4 clips, 4 templates, 0 new action"});
+  EXPECT_FALSE(pushed());
   const int writes = files.writes;
   int published = 0;
-  const auto watch = store.clips().observeChanges([&](const ClipList&) { ++published; });
-  sync();
+  const auto watch = here.store.clips().observeChanges([&](const ClipList&) { ++published; });
+  here.sync();
   EXPECT_EQ(published, 1);
   EXPECT_EQ(files.writes, writes) << "a run that changes nothing";
   // What a new database would begin with.
   const auto records = localTemplateRecords(files, "/data");
   ASSERT_EQ(records.size(), 4u);
-  EXPECT_EQ(*records[0], recordFromTemplate(templates.templates().value()[0]));
+  EXPECT_EQ(*records[0], recordFromTemplate(here.templates.templates().value()[0]));
 }
 
-TEST_F(SyncSchedulerTest, ARequestWhileARunIsUnderWayIsDropped) {
-  scheduler.syncNow(1e12);
-  scheduler.syncNow(1e12);
-  EXPECT_TRUE(scheduler.isSyncing().value());
-  background.run();
-  loop.drain();
-  EXPECT_FALSE(scheduler.isSyncing().value());
-  EXPECT_EQ(log.lines.size(), 1u);
-}
-
-TEST_F(SyncSchedulerTest, WithoutTheCloudNothingChanges) {
-  store.add("a", "manual", 1);
-  templateInCloud("t", 1);
-  sync();
-  cloud.status = CloudDatabase::AccountStatus::kNoAccount;
-  store.clearAll();
-  sync();
-  EXPECT_EQ(status(), "sync.status.unavailable");
-  EXPECT_EQ(log.lines.back(), "sync unavailable: account:noAccount");
-  EXPECT_EQ(store.deletedIds()->size(), 1u);
+TEST_F(SyncTest, EveryFailureBeforeThePullHasItsReasonAndChangesNothing) {
+  using Status = CloudDatabase::AccountStatus;
+  here.store.replaceAll(clips("deleted:x@1"));
+  here.store.clearAll();
+  here.store.replaceAll(clips("a:x@1"));
+  here.templates.setTemplates({{"t", "title", "body", 1}});
+  inCloud("deleted:x@1 0:0@0 1:1@1 2:2@2");
+  const Strings entitled = {"Other", "CloudKit-Anonymous"};
+  struct Case {
+    Strings services;
+    Status status;
+    std::set<std::string> failing;
+    const char* reason;
+  };
+  for (const auto& [services, status, failing, reason] :
+       {Case{{}, Status::kAvailable, {}, "no-entitlement"},
+        {{"cloudkit"}, Status::kAvailable, {}, "no-entitlement"},
+        {entitled, Status::kCouldNotDetermine, {}, "account:couldNotDetermine"},
+        {entitled, Status::kRestricted, {}, "account:restricted"},
+        {entitled, Status::kNoAccount, {}, "account:noAccount"},
+        {entitled, Status::kTemporarilyUnavailable, {}, "account:temporarilyUnavailable"},
+        {entitled, Status::kAvailable, {"account"}, "accountStatus:no answer"},
+        {entitled, Status::kAvailable, {"Clip 0"}, "pull:gone"},
+        {entitled, Status::kAvailable, {"Clip 3"}, "pull:gone"}}) {
+    here.entitlements.lists.clear();
+    if (!services.empty()) {
+      here.entitlements.lists["com.apple.developer.icloud-services"] = services;
+    }
+    cloud.status = status;
+    cloud.failing = failing;
+    EXPECT_EQ(asked() == 0, services != entitled) << reason;
+    EXPECT_EQ(here.log.lines.back(), std::string("sync unavailable: ") + reason);
+    EXPECT_EQ(this->status(), "sync.status.unavailable");
+    EXPECT_FALSE(pushed());
+  }
+  EXPECT_EQ(shortForms(here.store.clips().value()), "a:x@1");
+  EXPECT_EQ(*here.store.deletedIds(), IdSet{"deleted"});
   EXPECT_EQ(templateIds(), Strings{"t"});
-}
-
-TEST_F(SyncSchedulerTest, TombstonesStayUntilThePushSucceeds) {
-  store.add("a", "manual", 1);
-  sync();
-  store.clearAll();
-  cloud.failing = {"modify"};
-  sync();
-  EXPECT_EQ(store.deletedIds()->size(), 1u);
-  EXPECT_EQ(status(), "sync.status.done 0");
   cloud.failing.clear();
-  sync();
-  EXPECT_EQ(files.files["/data/deletedClipIds.json"], "[]");
-  EXPECT_TRUE(cloud.all().empty());
+  here.sync();
+  EXPECT_EQ(status(), "sync.status.done 4");
 }
 
-TEST_F(SyncSchedulerTest, WhatHappensDuringARunIsNotLost) {
-  store.add("here", "manual", 1);
-  inCloud("remote", 2);
+TEST_F(SyncTest, WhereNothingChangedSinceTheLastRunOnlyTheAccountIsAskedFor) {
+  here.store.replaceAll(clips("a:x@1"));
+  templatesInCloud({"t"});
+  EXPECT_EQ(asked(), 4u) << "with a push";
+  EXPECT_EQ(asked(), 1u);
+  EXPECT_EQ(templateIds(), Strings{"t"});
+  inCloud("b:y@2");
+  EXPECT_EQ(asked(), 3u);
+  EXPECT_EQ(asked(), 1u);
+  here.store.clearAll();
+  EXPECT_EQ(asked(), 4u);
+  EXPECT_EQ(cloudIds(), Strings{"t"});
+  cloud.status = CloudDatabase::AccountStatus::kNoAccount;
+  here.sync();
+  EXPECT_EQ(status(), "sync.status.unavailable");
+}
+
+TEST_F(SyncTest, WhatTheCloudLacksOrHasInAnOlderFormIsPushed) {
+  struct Case {
+    const char *there, *here;
+    bool pushed;
+  };
+  for (const auto& [there, given, expected] :
+       {Case{"", "a:x@1e12", true},
+        {"a:x@1e12", "a:x@1e12", false},
+        {"a:x@1e12", "a:x@1000000000000.3", false},  // the same, but for a record's rounding
+        {"a:x@1e12", "a:x@1000000000002", true},
+        {"a:x@1000000000002", "a:x@1e12", false}}) {
+    cloud.all().clear();
+    inCloud(there);
+    here.store.replaceAll(clips(given));
+    EXPECT_GT(asked(), 1u);
+    EXPECT_EQ(pushed(), expected) << there << " " << given;
+    EXPECT_NEAR(clipFromRecord(*cloud.all().begin()->second)->savedAt,
+                here.store.clips().value()[0]->savedAt, 0.5);
+  }
+}
+
+TEST_F(SyncTest, WhatTheMergeDroppedIsDeletedAndWhatCannotBeReadIsLeftAlone) {
+  here.store.replaceAll(clips("gone:x@5 never-there:y@5"));
+  here.store.clearAll();
+  here.store.replaceAll(clips("newer:same@6"));
+  inCloud("gone:x@5 older:same@5");
+  cloud.put({{"Clip", "odd"}, {{"text", 5.0}}});
+  cloud.all()[{"Clip", "unreadable"}] = nullptr;
+  cloud.failing = {"modify"};
+  here.sync();
+  EXPECT_EQ(here.store.deletedIds()->size(), 2u) << "until the push succeeds";
+  EXPECT_EQ(status(), "sync.status.done 1");
+  cloud.failing.clear();
+  here.sync();
+  EXPECT_EQ(files.files["/data/deletedClipIds.json"], "[]");
+  EXPECT_EQ(texts(), Strings{"same"});
+  EXPECT_EQ(cloudIds(), (Strings{"newer", "odd", "unreadable"}));
+}
+
+TEST_F(SyncTest, WhatHappensDuringARunIsNotLost) {
+  here.store.add("here", "manual", 1);
+  inCloud("remote:remote@2");
   // While the outcome is carried over, yet another copy arrives.
-  sync([&] {
-    store.add("during", "manual", 3);
+  here.sync([&] {
+    here.store.add("during", "manual", 3);
     loop.drain();
-    store.add("and again", "manual", 4);
+    here.store.add("and again", "manual", 4);
   });
-  EXPECT_EQ(texts(), (Strings{"and again", "during", "text of remote", "here"}));
+  EXPECT_EQ(texts(), (Strings{"and again", "during", "remote", "here"}));
   EXPECT_EQ(cloud.all().size(), 2u);
-  sync();
+  here.sync();
   EXPECT_EQ(cloud.all().size(), 4u);
 
   // Cleared during a run: nothing of it comes back, and its tombstones outlive that run's push.
-  inCloud("new", 5);
-  sync([&] { store.clearAll(); });
-  EXPECT_EQ(texts(), Strings{"text of new"});
-  EXPECT_EQ(store.deletedIds()->size(), 4u);
-  sync();
-  EXPECT_EQ(cloud.all().size(), 1u);
-  EXPECT_TRUE(store.deletedIds()->empty());
+  inCloud("new:new@5");
+  here.sync([&] { here.store.clearAll(); });
+  EXPECT_EQ(texts(), Strings{"new"});
+  EXPECT_EQ(here.store.deletedIds()->size(), 4u);
+  here.sync();
+  EXPECT_EQ(cloudIds(), Strings{"new"});
+  EXPECT_TRUE(here.store.deletedIds()->empty());
 }
 
-TEST_F(SyncSchedulerTest, AFailedTemplateQueryKeepsTheTemplates) {
-  for (const char* id : {"1st", "2nd", "3rd", "4th"}) templateInCloud(id, 9 - id[0]);
-  sync();
-  inCloud("a", 1);
+TEST_F(SyncTest, AFailedTemplateQueryKeepsTheTemplates) {
+  templatesInCloud({"1st", "2nd", "3rd", "4th"});
+  here.sync();
+  inCloud("a:x@1");
   cloud.failing = {"Template 3"};
-  sync();
+  here.sync();
   EXPECT_EQ(templateIds().size(), 4u);
-  EXPECT_EQ(log.lines.back(), "sync ok: 1 clips, 0 templates, 0 new action");
+  EXPECT_EQ(here.log.lines.back(), "sync ok: 1 clips, 0 templates, 0 new action");
   cloud.failing.clear();
   cloud.all().clear();
-  sync();
+  here.sync();
   EXPECT_EQ(templateIds(), Strings());
   EXPECT_EQ(files.files["/data/templates.json"], "[]");
 }
 
-TEST_F(SyncSchedulerTest, OnlyTheNewestActionClipIsAppliedAndOnce) {
+TEST_F(SyncTest, OnlyTheNewestClipThatAPhoneSentSinceTheLaunchIsAppliedAndOnce) {
   Strings applied;
   bool applies = true;
-  scheduler.setOnActionClip([&](const Clip& clip) {
+  here.scheduler.setOnActionClip([&](const Clip& clip) {
     applied.push_back(clip.id);
     return applies;
   });
-  inCloud("first", 1e12 + 1, "action");
-  inCloud("second", 1e12 + 2, "action");
-  sync();
+  here.store.replaceAll(clips("known:known@900"));
+  inCloud("at-launch:0@1e12! first:1@1000000000001! second:2@1000000000002!");
+  inCloud("known:known@1000000000003! no-action:5@1000000000004");
+  here.sync();
   EXPECT_EQ(applied, Strings{"second"});
   EXPECT_EQ(status(), "sync.status.applied_iphone");
-  EXPECT_EQ(log.lines, (Strings{"sync ok: 2 clips, 0 templates, 2 new action",
-                                "auto-applied iPhone clip to pasteboard"}));
-  sync();
+  EXPECT_EQ(here.log.lines, (Strings{"sync ok: 5 clips, 0 templates, 2 new action",
+                                     "auto-applied iPhone clip to pasteboard"}));
+  here.sync();
   EXPECT_EQ(applied.size(), 1u);
-  EXPECT_EQ(status(), "sync.status.done 2");
+  EXPECT_EQ(status(), "sync.status.done 5");
   applies = false;
-  inCloud("third", 1e12 + 3, "action");
-  sync();
-  EXPECT_EQ(log.lines.back(), "sync ok: 3 clips, 0 templates, 1 new action");
-  EXPECT_EQ(status(), "sync.status.done 3");
+  inCloud("third:3@1000000000005!");
+  here.sync();
+  EXPECT_EQ(applied.back(), "third");
+  EXPECT_EQ(here.log.lines.back(), "sync ok: 6 clips, 0 templates, 1 new action");
+  EXPECT_EQ(status(), "sync.status.done 6");
 }
 
 }  // namespace
