@@ -24,10 +24,11 @@ std::optional<Clip> clipFromRecord(const CloudRecord& record);
 /// A fresh record with everything that the clip has; no "tags" where it has none or an empty list.
 CloudRecord recordFromClip(const Clip& clip);
 
-/// The template that `record` carries; none where it has no "title". Missing: body empty, time 0.
+/// The template that `record` carries; none where it has no "title". A missing body counts as
+/// empty, a missing time as 0.
 std::optional<Template> templateFromRecord(const CloudRecord& record);
 
-/// For a database that is new: templates that are in one already are never written from here.
+/// For a new database only: a sync run never writes templates.
 CloudRecord recordFromTemplate(const Template& given);
 
 }  // namespace brimlo

@@ -11,7 +11,7 @@ namespace brimlo {
 namespace {
 
 constexpr std::string_view kServicesEntitlement = "com.apple.developer.icloud-services";
-// A time that went through a record may differ from itself in its last bits.
+// On its way through a record, which counts in seconds, a time may change in its last bits.
 constexpr double kPushToleranceMs = 0.5;
 
 bool hasCloudEntitlement(const Entitlements& entitlements) {
@@ -108,7 +108,7 @@ SyncOutcome runSync(const HistoryState& local, double since, CloudDatabase& data
   const auto pullError = fetchAll(database, kClipRecord, [&](const CloudRecord& record) {
     auto clip = clipFromRecord(record);
     if (!clip) return;
-    // Nearly all of them are in the history just so.
+    // Nearly all of them equal a clip of the history, which is then shared.
     const ClipPtr* known = localById.find(clip->id);
     pulled.push_back(known && **known == *clip ? *known : std::make_shared<Clip>(std::move(*clip)));
   });

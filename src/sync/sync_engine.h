@@ -26,21 +26,21 @@ struct SyncOutcome {
   bool pushApplied = false;
 };
 
-/// What a run that did all there was to do has left: the next one that meets just this has nothing
-/// to do, and need not work that out. Handed from run to run, and otherwise nobody's.
+/// The state after a run that did everything there was to do. A later run that finds the same
+/// history and the same contents of the database has nothing to do. Passed on from run to run;
+/// nobody else uses it.
 struct SettledState {
   HistoryState history;
-  std::string
-      contents;  ///< the database's `contentsStamp`; empty when the last run was no such run
+  std::string contents;  ///< the database's `contentsStamp`; empty after any other run
   std::vector<Template> templates;
 };
 
 /// One sync run: pulls the clips, merges them with the history, pushes what the cloud lacks or has
 /// in an older form, deletes what the merge dropped, and pulls the templates.
 ///
-/// `local`: the history and its tombstones. `since`: clips from a phone that are newer are new; in
-/// milliseconds since 1970. A failure before the clips are pulled makes the outcome unavailable,
-/// with nothing written. Takes its time; any thread, on copies, keeps nothing but `settled`.
+/// `local`: the history and its tombstones. `since`: clips that a phone sent after this moment
+/// count as new; milliseconds since 1970. A failure before all clips are pulled makes the outcome
+/// unavailable, with nothing written. May take long; any thread. Keeps nothing but `settled`.
 SyncOutcome runSync(const HistoryState& local, double since, CloudDatabase& database,
                     const Entitlements& entitlements, SettledState& settled);
 

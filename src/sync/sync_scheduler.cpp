@@ -4,9 +4,9 @@
 
 namespace brimlo {
 
-/// Handed back and forth between the main thread and the background; one of them has it.
+/// What a run works on. Either the main thread or the background has it, never both.
 struct SyncScheduler::Run {
-  HistoryState history;  // what `outcome` was made of
+  HistoryState history;  // what `outcome` was made from
   IdSetPtr pushed;       // the tombstones that the run was given
   SyncOutcome outcome;
   ClipList replaced;  // the history before the outcome
@@ -52,7 +52,7 @@ void SyncScheduler::apply(const std::shared_ptr<Run>& run) {
   run->replaced = std::move(now.clips);
   applyOutcome(*run);
   isSyncing_.set(false);
-  // Giving up a hundred thousand clips takes a while too.
+  // Freeing a hundred thousand clips takes a while too.
   services_.background.async([garbage = std::make_shared<Run>(std::exchange(*run, {}))] {});
 }
 

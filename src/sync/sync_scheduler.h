@@ -18,11 +18,11 @@
 
 namespace brimlo {
 
-/// Runs the sync, one run at a time, and applies what it came to.
+/// Makes sync runs, one at a time, and applies their outcome.
 ///
-/// A run works in the background on copies; the history may change meanwhile, and none of that is
-/// lost: what came is carried into the outcome, what was cleared does not come back. Main thread,
-/// which a run holds no longer than it takes to exchange two lists and save what changed.
+/// A run works in the background on copies. What happens to the history meanwhile is not lost: new
+/// clips are carried into the outcome, and cleared ones do not come back. Main thread, which is
+/// blocked only while two lists are exchanged and what changed is saved.
 class SyncScheduler {
  public:
   struct Services {
@@ -36,8 +36,8 @@ class SyncScheduler {
 
   SyncScheduler(const Services& services, ClipStore& store, TemplateStore& templateStore);
 
-  /// Takes the newest clip that a phone asks this machine to apply, once a run has brought it into
-  /// the history; returns whether it was applied.
+  /// `onActionClip` is given the newest clip that a phone asks this machine to apply, once a run
+  /// has brought it into the history; it returns whether it was applied.
   void setOnActionClip(std::function<bool(const Clip&)> onActionClip) {
     onActionClip_ = std::move(onActionClip);
   }
@@ -46,7 +46,7 @@ class SyncScheduler {
   /// be applied; milliseconds since 1970.
   void syncNow(double since);
 
-  /// For the person: what the last run came to.
+  /// How the last run ended, in the person's language.
   const Published<std::string>& syncStatus() const { return syncStatus_; }
   const Published<bool>& isSyncing() const { return isSyncing_; }
 
@@ -62,7 +62,8 @@ class SyncScheduler {
   TemplateStore& templateStore_;
   Published<std::string> syncStatus_;
   Published<bool> isSyncing_{false};
-  std::shared_ptr<SettledState> settled_ = std::make_shared<SettledState>();  // the running run's
+  std::shared_ptr<SettledState> settled_ =
+      std::make_shared<SettledState>();  // the run under way alone uses it
   std::function<bool(const Clip&)> onActionClip_ = [](const Clip&) { return false; };
   WeakAnchor anchor_;
 };

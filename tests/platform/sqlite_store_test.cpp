@@ -136,8 +136,7 @@ TEST(Account, TheLineDecidesAndSecretsStaySecret) {
       {"postgresql:///db", 0644, "require"},
       {"postgresql:///?service=work", 0644, "require"},
   };
-  const TemporaryFolder folder;
-  const std::string path = folder / "account";
+  const std::string path = freshFile();
   EXPECT_EQ(readAccount(path), Account(EmbeddedAccount()));
   for (const Case& c : cases) {
     SCOPED_TRACE(c.line);
@@ -159,15 +158,14 @@ TEST(Account, TheLineDecidesAndSecretsStaySecret) {
 }
 
 TEST(AccountDatabase, AChangedLineIsFollowedAtTheNextRun) {
-  const TemporaryFolder folder;
   FakeLog log;
+  const std::string account = freshFile();
   AccountDatabase database(
-      {.accountFile = folder / "account", .embedded = folder / "sync.sqlite"},
-      [] { return std::vector<RecordPtr>(); }, {}, log);
+      {account, freshFile()}, [] { return std::vector<RecordPtr>(); }, {}, log);
   save(database, {clipRecord("here")});
-  std::ofstream(folder / "account") << "none";
+  std::ofstream(account) << "none";
   EXPECT_EQ(statusOf(database), Status::kNoAccount);
-  fs::remove(folder / "account");
+  fs::remove(account);
   EXPECT_EQ(namesIn(database), Names{"here"});
 }
 

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <map>
 #include <memory>
 #include <set>
@@ -19,51 +18,47 @@
 
 namespace brimlo::test {
 
-using Parameters = std::vector<std::pair<std::string, std::string>>;
+using Parameters = PostgresParameters;
 using Status = CloudDatabase::AccountStatus;
 
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string name = std::filesystem::temp_directory_path() / "brimlo-cloud-XXXXXX";
-    path_ = mkdtemp(name.data());
-  }
-  ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-  std::string operator/(const std::string& name) const { return path_ + "/" + name; }
-
- private:
-  std::string path_;
-};
-
-/// The server that the test was started beside, where everybody is who they say.
-inline Parameters server(const std::string& database, const std::string& user = "postgres") {
-  return {{"host", std::getenv("PGHOST")},
-          {"port", std::getenv("PGPORT")},
-          {"dbname", database},
-          {"user", user}};
+inline std::string freshName() {
+  static int count = 0;
+  return "t" + std::to_string(++count);
 }
 
-/// The same over TCP, with a password.
-inline Parameters serverOverTcp(const std::string& database, const std::string& user,
-                                const std::string& password, const std::string& port) {
-  return {{"host", "127.0.0.1"},
-          {"port", port},
-          {"dbname", database},
-          {"user", user},
-          {"password", password}};
+/// A path in the temporary folder of the server that the test was started beside.
+inline std::string freshFile() {
+  return std::getenv("PGHOST") + ("/" + freshName());
+}
+
+/// That server, where everybody is who they say; over TCP it asks for a password. `more` comes
+/// before what is said here.
+inline Parameters server(const std::string& database, const std::string& user = "postgres",
+                         const Parameters& more = {}) {
+  Parameters parameters = {{"host", std::getenv("PGHOST")},
+                           {"port", std::getenv("PGPORT")},
+                           {"dbname", database},
+                           {"user", user}};
+  parameters.insert(parameters.end(), more.begin(), more.end());
+  return parameters;
+}
+
+/// Runs `script`; returns the code with which the server refused it, if it did.
+inline std::string sqlFault(const std::string& database, const std::string& script,
+                            const std::string& user = "postgres") {
+  auto opened = PostgresConnection::open(server(database, user), {});
+  if (const auto* fault = std::get_if<PostgresConnection::Fault>(&opened)) return fault->what;
+  const auto fault =
+      std::get<std::unique_ptr<PostgresConnection>>(opened)->runScript(script.c_str());
+  return fault ? fault->state : "";
 }
 
 inline void sql(const std::string& database, const std::string& script) {
-  auto opened = PostgresConnection::open(server(database), {});
-  ASSERT_TRUE(std::holds_alternative<std::unique_ptr<PostgresConnection>>(opened));
-  const auto fault =
-      std::get<std::unique_ptr<PostgresConnection>>(opened)->runScript(script.c_str());
-  ASSERT_FALSE(fault) << fault->what;
+  EXPECT_EQ(sqlFault(database, script), "") << script;
 }
 
 inline std::string freshDatabase() {
-  static int count = 0;
-  const std::string name = "t" + std::to_string(++count);
+  const std::string name = freshName();
   sql("postgres", "CREATE DATABASE " + name);
   return name;
 }
@@ -91,21 +86,18 @@ class SqliteBackend {
     return std::make_unique<MirroredDatabase>(store(), log);
   }
 
-  TemporaryFolder folder;
-  std::string file = folder / "sync.sqlite";
+  std::string file = freshFile();
   std::vector<RecordPtr> seed;
   FakeLog log;
 };
 
 class PostgresBackend {
  public:
-  std::unique_ptr<RecordStore> store() { return store(server(database)); }
-  std::unique_ptr<CloudDatabase> session() { return session(server(database)); }
-  std::unique_ptr<RecordStore> store(const Parameters& parameters) {
-    return std::make_unique<PostgresStore>(parameters, patience, log);
+  std::unique_ptr<RecordStore> store(const Parameters& more = {}) {
+    return std::make_unique<PostgresStore>(server(database, "postgres", more), patience, log);
   }
-  std::unique_ptr<CloudDatabase> session(const Parameters& parameters) {
-    return std::make_unique<MirroredDatabase>(store(parameters), log);
+  std::unique_ptr<CloudDatabase> session(const Parameters& more = {}) {
+    return std::make_unique<MirroredDatabase>(store(more), log);
   }
 
   std::string database = freshDatabase();

@@ -11,14 +11,13 @@
 #include <cerrno>
 #include <cstdint>
 #include <limits>
-#include <mutex>
 #include <optional>
 #include <thread>
 
 namespace brimlo::test {
 
 /// Stands between a client, one at a time, and a server on this machine, on a thread of its own,
-/// and fails on demand.
+/// and fails on demand. Ends once its client has.
 class Relay {
  public:
   /// `server`: its TCP port.
@@ -35,7 +34,6 @@ class Relay {
   }
   ~Relay() {
     shutdown(listener_, SHUT_RDWR);
-    cutAfter(0);
     thread_.join();
     close(listener_);
   }
@@ -45,15 +43,9 @@ class Relay {
   /// While silent, takes bytes and does not pass them on.
   void setSilent(bool silent) { silent_ = silent; }
 
-  /// Cuts the connection, and every later one, once this many further bytes have passed, in either
-  /// direction; with none, cuts nothing.
-  void cutAfter(std::optional<std::size_t> bytes) {
-    const std::lock_guard guard(mutex_);
-    left_ = bytes.value_or(kNoCut);
-    if (left_ == 0) {
-      for (const int side : pair_) shutdown(side, SHUT_RDWR);
-    }
-  }
+  /// Cuts the connection, and every later one at once, when this many further bytes have passed, in
+  /// either direction; with none, cuts nothing.
+  void cutAfter(std::optional<std::size_t> bytes) { left_ = bytes.value_or(kNoCut); }
 
  private:
   static constexpr std::size_t kNoCut = std::numeric_limits<std::size_t>::max();
@@ -69,12 +61,10 @@ class Relay {
   void serve(int client) {
     const std::array pair = {client, socket(AF_INET, SOCK_STREAM, 0)};
     connect(pair[1], reinterpret_cast<const sockaddr*>(&server_), sizeof server_);
-    setPair(pair);
     while (left_ != 0 && pass(pair[0], pair[1]) && pass(pair[1], pair[0])) {
       std::array polled = {pollfd{pair[0], POLLIN, 0}, pollfd{pair[1], POLLIN, 0}};
       poll(polled.data(), polled.size(), -1);
     }
-    setPair({-1, -1});
     for (const int side : pair) close(side);
   }
 
@@ -90,18 +80,11 @@ class Relay {
     return sent == count && left_ != 0;
   }
 
-  void setPair(std::array<int, 2> pair) {
-    const std::lock_guard guard(mutex_);
-    pair_ = pair;
-  }
-
   sockaddr_in server_;
   int listener_ = socket(AF_INET, SOCK_STREAM, 0);
   int port_ = 0;
   std::atomic<bool> silent_ = false;
   std::atomic<std::size_t> left_ = kNoCut;  // bytes before the cut
-  std::mutex mutex_;
-  std::array<int, 2> pair_ = {-1, -1};  // the connection's two sockets
   std::thread thread_;
 };
 

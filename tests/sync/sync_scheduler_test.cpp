@@ -192,11 +192,16 @@ TEST_F(SyncTest, WhatHappensDuringARunIsNotLost) {
   here.sync();
   EXPECT_EQ(cloud.all().size(), 4u);
 
+  const int writes = files.writes;
+  here.sync([&] { here.store.add("once more", "manual", 5); });
+  EXPECT_EQ(files.writes, writes + 1) << "only that copy's own";
+  here.sync();
+
   // Cleared during a run: nothing of it comes back, and its tombstones outlive that run's push.
-  inCloud("new:new@5");
+  inCloud("new:new@6");
   here.sync([&] { here.store.clearAll(); });
   EXPECT_EQ(texts(), Strings{"new"});
-  EXPECT_EQ(here.store.deletedIds()->size(), 4u);
+  EXPECT_EQ(here.store.deletedIds()->size(), 5u);
   here.sync();
   EXPECT_EQ(cloudIds(), Strings{"new"});
   EXPECT_TRUE(here.store.deletedIds()->empty());

@@ -17,10 +17,9 @@
 namespace brimlo {
 namespace {
 
-using Parameters = std::vector<std::pair<std::string, std::string>>;
 using Status = CloudDatabase::AccountStatus;
 
-const std::string* find(const Parameters& parameters, std::string_view keyword) {
+const std::string* find(const PostgresParameters& parameters, std::string_view keyword) {
   const auto found = std::find_if(parameters.begin(), parameters.end(),
                                   [&](const auto& given) { return given.first == keyword; });
   return found == parameters.end() ? nullptr : &found->second;
@@ -33,7 +32,7 @@ bool isThisMachine(std::string_view host) {
 
 /// Whether every host that the connection may go to is this machine. The line must say so itself:
 /// what the environment or a service file adds is not known here.
-bool staysHere(const Parameters& parameters) {
+bool staysHere(const PostgresParameters& parameters) {
   const std::string* address = find(parameters, "hostaddr");
   const std::string* hosts = address ? address : find(parameters, "host");
   if (!hosts) return false;
@@ -46,17 +45,17 @@ bool staysHere(const Parameters& parameters) {
 }
 
 /// The keywords that the URI sets; or what is wrong with it.
-std::variant<Parameters, std::string> parse(const std::string& uri) {
+std::variant<PostgresParameters, std::string> parse(const std::string& uri) {
   if (!LibPq::load()) return "libpq is not installed";
   char* fault = nullptr;
   const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> options(
       pq().PQconninfoParse(uri.c_str(), &fault), pq().PQconninfoFree);
   if (!options) {
-    // The parser's own words may quote the line, and so the password in it.
+    // The parser's message may quote the line, and the password in it.
     pq().PQfreemem(fault);
     return "its postgresql:// line cannot be understood";
   }
-  Parameters parameters;
+  PostgresParameters parameters;
   for (const auto* option = options.get(); option->keyword; ++option) {
     if (option->val) parameters.emplace_back(option->keyword, option->val);
   }
@@ -88,7 +87,7 @@ Account readAccount(const std::string& path) {
   if (const auto* fault = std::get_if<std::string>(&parsed)) {
     return refused(Status::kCouldNotDetermine, *fault);
   }
-  auto& parameters = std::get<Parameters>(parsed);
+  auto& parameters = std::get<PostgresParameters>(parsed);
   const bool secret = find(parameters, "password") || find(parameters, "sslpassword");
   if (secret && (file.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
     return refused(Status::kRestricted, "it holds a password, and others may read it; chmod 600");

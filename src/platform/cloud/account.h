@@ -1,10 +1,9 @@
 #pragma once
 
 #include <string>
-#include <utility>
 #include <variant>
-#include <vector>
 
+#include "platform/cloud/postgres_connection.h"
 #include "platform/cloud/record_store.h"
 
 namespace brimlo {
@@ -14,7 +13,7 @@ struct EmbeddedAccount {
   bool operator==(const EmbeddedAccount&) const = default;
 };
 struct PostgresAccount {
-  std::vector<std::pair<std::string, std::string>> parameters;  ///< libpq's keywords and values
+  PostgresParameters parameters;
 
   bool operator==(const PostgresAccount&) const = default;
 };
@@ -28,8 +27,8 @@ struct RefusedAccount {
 using Account = std::variant<EmbeddedAccount, PostgresAccount, RefusedAccount>;
 
 /// Reads the account in the file at `path`: embedded where there is no file, else a line with a
-/// "postgresql://" URI or with "none". Refused: a line that is none of these, a password in a file
-/// that others may read. A connection to another machine is to be encrypted unless the URI says
+/// "postgresql://" URI or with "none". Any other line is refused, and so is a password in a file
+/// that others may read. A connection to another machine must be encrypted unless the URI says
 /// "sslmode=disable".
 Account readAccount(const std::string& path);
 

@@ -11,8 +11,8 @@
 
 namespace brimlo {
 
-/// The database of the person's account, which is looked up at every run: who changes the line
-/// need not start the program anew.
+/// The database of the person's account. The account's file is read anew at every run, so that a
+/// changed line takes effect without a restart.
 class AccountDatabase : public CloudDatabase {
  public:
   struct Places {

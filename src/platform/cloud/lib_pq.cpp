@@ -8,7 +8,7 @@ namespace brimlo {
 namespace {
 
 std::unique_ptr<const LibPq> loadLibrary() {
-  void* library = dlopen("libpq.so.5", RTLD_NOW | RTLD_LOCAL);  // for good
+  void* library = dlopen("libpq.so.5", RTLD_NOW | RTLD_LOCAL);  // never unloaded
   if (!library) return nullptr;
   auto table = std::make_unique<LibPq>();
   bool complete = true;
@@ -16,38 +16,9 @@ std::unique_ptr<const LibPq> loadLibrary() {
     function = reinterpret_cast<std::decay_t<decltype(function)>>(dlsym(library, name));
     complete = complete && function;
   };
-  find("PQclear", table->PQclear);
-  find("PQconnectPoll", table->PQconnectPoll);
-  find("PQconnectStartParams", table->PQconnectStartParams);
-  find("PQconninfoFree", table->PQconninfoFree);
-  find("PQconninfoParse", table->PQconninfoParse);
-  find("PQconsumeInput", table->PQconsumeInput);
-  find("PQenterPipelineMode", table->PQenterPipelineMode);
-  find("PQerrorMessage", table->PQerrorMessage);
-  find("PQexitPipelineMode", table->PQexitPipelineMode);
-  find("PQfinish", table->PQfinish);
-  find("PQflush", table->PQflush);
-  find("PQfreemem", table->PQfreemem);
-  find("PQgetResult", table->PQgetResult);
-  find("PQgetisnull", table->PQgetisnull);
-  find("PQgetlength", table->PQgetlength);
-  find("PQgetvalue", table->PQgetvalue);
-  find("PQisBusy", table->PQisBusy);
-  find("PQntuples", table->PQntuples);
-  find("PQpipelineSync", table->PQpipelineSync);
-  find("PQresultErrorField", table->PQresultErrorField);
-  find("PQresultStatus", table->PQresultStatus);
-  find("PQsendPrepare", table->PQsendPrepare);
-  find("PQsendQuery", table->PQsendQuery);
-  find("PQsendQueryParams", table->PQsendQueryParams);
-  find("PQsendQueryPrepared", table->PQsendQueryPrepared);
-  find("PQsetErrorVerbosity", table->PQsetErrorVerbosity);
-  find("PQsetNoticeProcessor", table->PQsetNoticeProcessor);
-  find("PQsetSingleRowMode", table->PQsetSingleRowMode);
-  find("PQsetnonblocking", table->PQsetnonblocking);
-  find("PQsocket", table->PQsocket);
-  find("PQstatus", table->PQstatus);
-  find("PQtransactionStatus", table->PQtransactionStatus);
+#define BRIMLO_FIND(name) find(#name, table->name);
+  BRIMLO_LIB_PQ_FUNCTIONS(BRIMLO_FIND)
+#undef BRIMLO_FIND
   if (!complete) return nullptr;
   return table;
 }

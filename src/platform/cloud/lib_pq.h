@@ -4,47 +4,30 @@
 
 namespace brimlo {
 
-/// The functions of libpq. The library is loaded when an account on a server needs it: with all
-/// that it brings along it would take more memory than the history, in every process.
+/// What is used of libpq.
+// clang-format off
+#define BRIMLO_LIB_PQ_FUNCTIONS(X) \
+  X(PQclear) X(PQconnectPoll) X(PQconnectStartParams) X(PQconninfoFree) X(PQconninfoParse) \
+  X(PQconsumeInput) X(PQenterPipelineMode) X(PQerrorMessage) X(PQexitPipelineMode) \
+  X(PQfinish) X(PQflush) X(PQfreemem) X(PQgetResult) X(PQgetisnull) X(PQgetlength) \
+  X(PQgetvalue) X(PQisBusy) X(PQntuples) X(PQpipelineSync) X(PQresultErrorField) \
+  X(PQresultStatus) X(PQsendPrepare) X(PQsendQuery) X(PQsendQueryParams) \
+  X(PQsendQueryPrepared) X(PQsetErrorVerbosity) X(PQsetNoticeProcessor) X(PQsetSingleRowMode) \
+  X(PQsetnonblocking) X(PQsocket) X(PQstatus) X(PQtransactionStatus)
+// clang-format on
+
+/// The functions of libpq. The library is loaded only when an account on a server needs it: with
+/// its own dependencies it takes more memory than the history does.
 struct LibPq {
-  decltype(&::PQclear) PQclear;
-  decltype(&::PQconnectPoll) PQconnectPoll;
-  decltype(&::PQconnectStartParams) PQconnectStartParams;
-  decltype(&::PQconninfoFree) PQconninfoFree;
-  decltype(&::PQconninfoParse) PQconninfoParse;
-  decltype(&::PQconsumeInput) PQconsumeInput;
-  decltype(&::PQenterPipelineMode) PQenterPipelineMode;
-  decltype(&::PQerrorMessage) PQerrorMessage;
-  decltype(&::PQexitPipelineMode) PQexitPipelineMode;
-  decltype(&::PQfinish) PQfinish;
-  decltype(&::PQflush) PQflush;
-  decltype(&::PQfreemem) PQfreemem;
-  decltype(&::PQgetResult) PQgetResult;
-  decltype(&::PQgetisnull) PQgetisnull;
-  decltype(&::PQgetlength) PQgetlength;
-  decltype(&::PQgetvalue) PQgetvalue;
-  decltype(&::PQisBusy) PQisBusy;
-  decltype(&::PQntuples) PQntuples;
-  decltype(&::PQpipelineSync) PQpipelineSync;
-  decltype(&::PQresultErrorField) PQresultErrorField;
-  decltype(&::PQresultStatus) PQresultStatus;
-  decltype(&::PQsendPrepare) PQsendPrepare;
-  decltype(&::PQsendQuery) PQsendQuery;
-  decltype(&::PQsendQueryParams) PQsendQueryParams;
-  decltype(&::PQsendQueryPrepared) PQsendQueryPrepared;
-  decltype(&::PQsetErrorVerbosity) PQsetErrorVerbosity;
-  decltype(&::PQsetNoticeProcessor) PQsetNoticeProcessor;
-  decltype(&::PQsetSingleRowMode) PQsetSingleRowMode;
-  decltype(&::PQsetnonblocking) PQsetnonblocking;
-  decltype(&::PQsocket) PQsocket;
-  decltype(&::PQstatus) PQstatus;
-  decltype(&::PQtransactionStatus) PQtransactionStatus;
+#define BRIMLO_POINTER(name) decltype(&::name) name;
+  BRIMLO_LIB_PQ_FUNCTIONS(BRIMLO_POINTER)
+#undef BRIMLO_POINTER
 
   /// Null where the library is not installed. Any thread.
   static const LibPq* load();
 };
 
-/// The library, which was loaded before.
+/// The library, after a `LibPq::load` that succeeded.
 inline const LibPq& pq() {
   return *LibPq::load();
 }

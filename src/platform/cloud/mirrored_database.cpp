@@ -35,7 +35,7 @@ std::size_t portion(std::span<const RecordPtr> records) {
   return count;
 }
 
-/// A run every half minute says the same again and again.
+/// There is a run every half minute; a trouble that lasts is logged once.
 void logOnce(SystemLog& log, std::string& told, const std::string& trouble) {
   if (std::exchange(told, trouble) != trouble) log.write("sync database: " + trouble);
 }
@@ -91,7 +91,7 @@ std::optional<CloudError> MirroredDatabase::refresh() {
 }
 
 void MirroredDatabase::apply(std::span<const RecordPtr> saved, std::span<const RecordID> deleted) {
-  // A record that is there now may have been deleted before: first all deletions, then the rest.
+  // Deletions first: a record that was saved may have been deleted before.
   std::map<std::string_view, std::set<std::string_view>> gone;
   for (const RecordID& id : deleted) gone[id.type].insert(id.name);
   for (const auto& [type, names] : gone) {
@@ -132,7 +132,7 @@ std::optional<CloudError> MirroredDatabase::push(std::span<const RecordPtr> savi
                                                  std::span<const RecordID> deleting) {
   const auto answer = store_->push(saving, deleting);
   if (const auto* pushed = std::get_if<RecordStore::Push>(&answer)) {
-    // With somebody else's changes in between, the next query brings these along with them.
+    // Where somebody else's changes came in between, the next query pulls those and these.
     if (pushed->before == mirrored_) {
       apply(saving, deleting);
       mirrored_ = current_ = pushed->after;
@@ -148,7 +148,7 @@ std::optional<CloudError> MirroredDatabase::push(std::span<const RecordPtr> savi
     logOnce(log_, pushTrouble_, "a record was refused: " + fault.why);
     return std::nullopt;
   }
-  // One of them is to blame; the others are to arrive.
+  // One of them is at fault; the others must arrive all the same.
   const std::size_t saves = saving.size() / 2, deletes = (deleting.size() + 1) / 2;
   if (auto error = push(saving.first(saves), deleting.first(deletes))) return error;
   return push(saving.subspan(saves), deleting.subspan(deletes));

@@ -11,9 +11,9 @@
 
 namespace brimlo {
 
-/// A database that keeps what it has pulled: a query is answered from here, and the store is asked
-/// only for what changed. So a run that finds nothing new costs one small exchange, that of
-/// `accountStatus`, however many records there are.
+/// A database that keeps in memory what it has pulled: queries are answered from there, and the
+/// store is asked only for what changed. So a run that finds nothing new costs one small exchange,
+/// that of `accountStatus`, however many records there are.
 class MirroredDatabase : public CloudDatabase {
  public:
   MirroredDatabase(std::unique_ptr<RecordStore> store, SystemLog& log);
@@ -22,7 +22,7 @@ class MirroredDatabase : public CloudDatabase {
   std::string contentsStamp() const override;
   std::variant<Page, CloudError> records(std::string_view type) override;
   std::variant<Page, CloudError> recordsContinuing(const Cursor& cursor) override;
-  /// Goes in portions, so that what was pushed before a connection broke need not be pushed again.
+  /// Pushes in portions: those that arrived before a connection broke need not be pushed again.
   std::optional<CloudError> modifyRecords(const std::vector<RecordPtr>& saving,
                                           const std::vector<RecordID>& deleting) override;
 

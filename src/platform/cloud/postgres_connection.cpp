@@ -14,7 +14,7 @@ using Fault = PostgresConnection::Fault;
 using Stage = Fault::Stage;
 using ResultPtr = std::unique_ptr<PGresult, decltype(&PQclear)>;
 
-// The types of parameters, by the numbers that the protocol has for them.
+// The protocol's numbers for the types of parameters.
 constexpr Oid kBytea = 17, kInt8 = 20, kFloat8 = 701;
 
 std::array<char, 8> bigEndian(std::uint64_t number) {
@@ -44,7 +44,7 @@ std::string stateIn(std::string_view line) {
   return {};
 }
 
-/// Whether the code tells of a server that goes, or cannot take anybody just now.
+/// Whether the code says that the server is shutting down or cannot serve anybody just now.
 bool isPassing(std::string_view state) {
   return state.starts_with("08") || state.starts_with("53") || state.starts_with("57P");
 }
@@ -72,8 +72,7 @@ PostgresConnection::PostgresConnection(PGconn* connection, const PostgresPatienc
     : connection_(connection), patience_(patience) {}
 
 std::variant<std::unique_ptr<PostgresConnection>, Fault> PostgresConnection::open(
-    const std::vector<std::pair<std::string, std::string>>& parameters,
-    const PostgresPatience& patience) {
+    const PostgresParameters& parameters, const PostgresPatience& patience) {
   if (!LibPq::load()) return Fault{Stage::kReaching, "", "libpq is not installed"};
   std::vector<const char*> keywords, values;
   for (const auto& [keyword, value] : parameters) {
@@ -118,7 +117,7 @@ std::optional<Fault> PostgresConnection::connect() {
   return std::nullopt;
 }
 
-/// Until the socket is ready for one of `events`; false when the patience is at an end.
+/// Waits until the socket is ready for one of `events`; false when the patience has run out.
 bool PostgresConnection::wait(short events) {
   const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end_ - Clock::now());
   const auto allowed = std::clamp(left, std::chrono::milliseconds(0), patience_.silence);
@@ -144,7 +143,7 @@ std::optional<Fault> PostgresConnection::exchange(const std::vector<Statement>& 
   end_ = Clock::now() + patience_.exchange;
   const Statement preparation;
   std::vector<const Statement*> sent;
-  // A name is known to be good once the whole exchange was.
+  // That the server has prepared a statement is certain once the whole exchange has succeeded.
   auto prepared = prepared_;
   for (const Statement& statement : statements) {
     if (statement.repeated && !prepared.contains(statement.sql)) {
@@ -200,7 +199,8 @@ bool PostgresConnection::send(const Statement& statement, const std::string* pre
                                 1) != 0;
 }
 
-/// The next result, owned by the caller. Null at the end of an answer, and when there will be none.
+/// The next result, owned by the caller. Null at the end of an answer, and when the connection is
+/// lost.
 PGresult* PostgresConnection::nextResult() {
   PGconn* connection = connection_.get();
   while (pq().PQisBusy(connection)) {
@@ -208,7 +208,7 @@ PGresult* PostgresConnection::nextResult() {
     const bool ready =
         unsent >= 0 && wait(static_cast<short>(unsent > 0 ? POLLIN | POLLOUT : POLLIN));
     if (!ready || !pq().PQconsumeInput(connection)) {
-      // The library would wait for the rest without an end.
+      // From here on `PQgetResult` would wait without a limit.
       lost_ = true;
       return nullptr;
     }
@@ -243,7 +243,7 @@ std::optional<Fault> PostgresConnection::takeAnswer(const Statement& statement) 
   return fault;
 }
 
-/// Takes what is left of the answers up to their end.
+/// Takes the remaining answers of the exchange.
 std::optional<Fault> PostgresConnection::takeEnd() {
   while (usable()) {
     const ResultPtr result{nextResult(), pq().PQclear};

@@ -23,30 +23,31 @@ struct PostgresPatience {
   std::chrono::milliseconds exchange{600'000};
 };
 
-/// A connection to a PostgreSQL server (its protocol's version 3, through libpq) that waits for
-/// nothing longer than it is told to, except for the name service. Any one thread.
+/// libpq's keywords with their values.
+using PostgresParameters = std::vector<std::pair<std::string, std::string>>;
+
+/// A connection to a PostgreSQL server (its protocol's version 3, through libpq). No wait is longer
+/// than its `PostgresPatience` allows, but for that for the name service. One thread at a time.
 class PostgresConnection {
  public:
   struct Fault {
     enum class Stage {
       kReaching,  ///< there was no connection, or it broke, or the server fell silent
       kSecuring,  ///< the server's encryption or identity is not what was asked for
-      kServer,    ///< the server said no
+      kServer,    ///< the server refused
     };
     Stage stage;
-    std::string state;  ///< the server's code for it (SQLSTATE), where it said no
+    std::string state;  ///< the server's code for it (SQLSTATE), where it refused
     std::string what;   ///< one line
   };
 
-  /// `parameters`: libpq's keywords with their values.
   static std::variant<std::unique_ptr<PostgresConnection>, Fault> open(
-      const std::vector<std::pair<std::string, std::string>>& parameters,
-      const PostgresPatience& patience);
+      const PostgresParameters& parameters, const PostgresPatience& patience);
 
   PostgresConnection(const PostgresConnection&) = delete;
   PostgresConnection& operator=(const PostgresConnection&) = delete;
 
-  /// A row of an answer, in binary. Lives as long as the call it is given to.
+  /// A row of an answer, in binary. Valid only during the call that it is passed to.
   class Row {
    public:
     Row(const PGresult* result, int row) : result_(result), row_(row) {}
@@ -60,20 +61,20 @@ class PostgresConnection {
     int row_;
   };
 
-  /// A value for $1, $2 and so on: nothing, bytea, int8, float8. Text in other types is written
-  /// as bytea and converted by the statement. The bytes are kept by the caller.
+  /// A value for $1, $2 and so on: null, bytea, int8 or float8. For any other type the statement
+  /// converts a bytea. The caller keeps the bytes alive.
   using Value = std::variant<std::monostate, std::string_view, std::int64_t, double>;
   struct Statement {
     std::string sql;
     std::vector<Value> values;
     std::function<void(const Row&)> onRow = [](const Row&) {};
-    bool repeated = false;  ///< worth preparing: it comes again and again, with other values
+    bool repeated = false;  ///< worth preparing: run many times, with other values
   };
-  /// Sends all statements at once and takes their answers: one exchange. The first one that fails
-  /// ends it, and rolls back a transaction that was begun.
+  /// Sends all statements at once, then takes their answers: one exchange. The first failure ends
+  /// it, and rolls back a transaction that was begun.
   std::optional<Fault> run(const std::vector<Statement>& statements);
 
-  /// Runs statements without parameters and answers, all or none.
+  /// Runs statements that have neither parameters nor answers, all of them or none.
   std::optional<Fault> runScript(const char* sql);
 
   /// Whether it can still be used.
@@ -96,12 +97,12 @@ class PostgresConnection {
   Fault lost();
 
   std::unique_ptr<PGconn, Finish> connection_;
-  std::map<std::string, std::string> prepared_;  // the server's names of statements
-  unsigned names_ = 0;                           // how many were given
+  std::map<std::string, std::string> prepared_;  // by their SQL, the names of prepared statements
+  unsigned names_ = 0;                           // how many were made
   PostgresPatience patience_;
-  Clock::time_point end_;  // of the patience with what is under way
-  bool silent_ = false;    // that was at an end
-  bool lost_ = false;      // nothing on this connection makes sense any more
+  Clock::time_point end_;  // when the patience with what is under way ends
+  bool silent_ = false;    // the server was waited for in vain
+  bool lost_ = false;      // its state is unknown, it must not be used again
 };
 
 }  // namespace brimlo

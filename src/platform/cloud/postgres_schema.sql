@@ -102,7 +102,7 @@ CREATE TRIGGER number_change BEFORE INSERT OR UPDATE OR DELETE ON brimlo.clip
 CREATE TRIGGER number_change BEFORE INSERT OR UPDATE OR DELETE ON brimlo.template
   FOR EACH ROW EXECUTE FUNCTION brimlo.number_change('Template');
 
--- A table that was emptied at a stroke has no rows to number: everybody begins anew.
+-- TRUNCATE has no rows to number: everybody pulls everything anew.
 CREATE FUNCTION brimlo.forget_places() RETURNS trigger LANGUAGE plpgsql
 SET search_path = pg_catalog AS $$
 BEGIN

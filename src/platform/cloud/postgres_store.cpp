@@ -16,12 +16,12 @@ using Stage = PostgresConnection::Fault::Stage;
 
 constexpr std::int64_t kSchemaVersion = 1;
 
-// For the transactions of this session, whatever the server's own settings are: none waits long
-// for another one's, and a machine that fell asleep in the midst of one does not hold up the rest.
+// Whatever the server's own settings are: no transaction waits long for another one's locks, and a
+// machine that fell asleep within a transaction does not hold up the others.
 constexpr const char* kSettings[] = {"SET search_path = pg_catalog", "SET lock_timeout = '5s'",
                                      "SET idle_in_transaction_session_timeout = '60s'"};
 
-// Rows are those of the person's role also where that role may see more.
+// The statements name the owner themselves: row-level security does not bind a superuser.
 constexpr const char* kLook =
     "SELECT v.version, a.revision, a.stamp FROM brimlo.version v"
     " LEFT JOIN brimlo.account a ON a.owner = current_user";
@@ -29,7 +29,7 @@ constexpr const char* kPlace =
     "SELECT revision, stamp, EXISTS (SELECT FROM brimlo.change WHERE owner = current_user"
     " AND revision = $1 AND uuid_send(stamp) = $2)"
     " FROM brimlo.account WHERE owner = current_user";
-// What is true of rows that came after the place $1, $2, or of all where it is not known.
+// True of rows that changed after the place $1, $2, and of all rows where it is not known.
 const std::string kIsNews =
     "owner = current_user AND revision > coalesce((SELECT max(revision) FROM brimlo.change"
     " WHERE owner = current_user AND revision = $1 AND uuid_send(stamp) = $2), -1)";
@@ -76,9 +76,10 @@ std::string saveStatement(const RecordTable& table) {
          ") ON CONFLICT (owner, id) DO UPDATE SET " + updates;
 }
 
-Place placeIn(const Row& row) {
-  if (row.isNull(0)) return {0, ""};  // the person has not changed anything yet
-  return {row.integer(0), std::string(row.bytes(1))};
+/// The place in a row's two columns from `column` on.
+Place placeIn(const Row& row, int column = 0) {
+  if (row.isNull(column)) return {0, ""};  // the person has not changed anything yet
+  return {row.integer(column), std::string(row.bytes(column + 1))};
 }
 
 std::string textIn(const Row& row, int column) {
@@ -127,15 +128,15 @@ Statement saving(const RecordTable& table, const CloudRecord& record,
   return statement;
 }
 
-/// The server's code says that a record is at fault, and not what it was given to.
+/// Whether the server's code blames a record, rather than the state of the database.
 bool isAboutContent(std::string_view state) {
   return state.starts_with("22") || state.starts_with("23") || state.starts_with("54");
 }
 
 }  // namespace
 
-PostgresStore::PostgresStore(std::vector<std::pair<std::string, std::string>> parameters,
-                             const PostgresPatience& patience, SystemLog& log)
+PostgresStore::PostgresStore(PostgresParameters parameters, const PostgresPatience& patience,
+                             SystemLog& log)
     : parameters_(std::move(parameters)), patience_(patience), log_(log) {}
 
 std::optional<PostgresStore::Fault> PostgresStore::connect() {
@@ -143,7 +144,7 @@ std::optional<PostgresStore::Fault> PostgresStore::connect() {
   if (auto* fault = std::get_if<Fault>(&opened)) return std::move(*fault);
   connection_ = std::get<std::unique_ptr<PostgresConnection>>(std::move(opened));
   for (const char* setting : kSettings) {
-    // A server that has no such setting does without.
+    // An older server may lack a setting, and does without it.
     connection_->run({Statement{setting, {}}});
   }
   return std::nullopt;
@@ -151,11 +152,10 @@ std::optional<PostgresStore::Fault> PostgresStore::connect() {
 
 std::optional<PostgresStore::Fault> PostgresStore::look(std::int64_t& version, Place& place) {
   version = 0;
-  auto fault = connection_->run({Statement{
-      kLook, {}, [&](const Row& row) {
-        version = row.integer(0);
-        place = row.isNull(1) ? Place{0, ""} : Place{row.integer(1), std::string(row.bytes(2))};
-      }}});
+  auto fault = connection_->run({Statement{kLook, {}, [&](const Row& row) {
+                                             version = row.integer(0);
+                                             place = placeIn(row, 1);
+                                           }}});
   // No such schema, no such table.
   if (fault && (fault->state == "3F000" || fault->state == "42P01")) return std::nullopt;
   return fault;
@@ -167,6 +167,17 @@ std::optional<PostgresStore::Fault> PostgresStore::makeSchema() {
   return fault;
 }
 
+std::optional<PostgresStore::Fault> PostgresStore::exchange(
+    const std::vector<Statement>& statements) {
+  auto fault = connection_->run(statements);
+  dropBrokenConnection();
+  return fault;
+}
+
+void PostgresStore::dropBrokenConnection() {
+  if (connection_ && !connection_->usable()) connection_.reset();
+}
+
 std::variant<Place, RecordStore::Refusal, CloudError> PostgresStore::currentPlace() {
   using Status = CloudDatabase::AccountStatus;
   std::int64_t version = 0;
@@ -175,16 +186,16 @@ std::variant<Place, RecordStore::Refusal, CloudError> PostgresStore::currentPlac
   std::optional<Fault> fault = kept ? std::nullopt : connect();
   if (!fault) fault = look(version, place);
   if (fault && kept && !connection_->usable()) {
-    // It broke while nobody used it; that says nothing of the server now.
+    // It broke while nobody used it, which says nothing about the server now.
     connection_.reset();
     if (!(fault = connect())) fault = look(version, place);
   }
   if (!fault && version == 0) {
-    // Where another machine makes it at the same moment, one of the two fails, and looks again.
+    // Where two machines make it at the same moment, one of them fails, and finds the other's.
     fault = makeSchema();
     if (connection_->usable() && !look(version, place) && version != 0) fault.reset();
   }
-  if (connection_ && !connection_->usable()) connection_.reset();
+  dropBrokenConnection();
   if (!fault && version > kSchemaVersion) {
     return Refusal{Status::kRestricted, "the server's tables are those of a newer version"};
   }
@@ -226,9 +237,7 @@ std::variant<RecordStore::Changes, CloudError> PostgresStore::changesSince(const
          changes.deleted.push_back({textIn(row, 0), textIn(row, 1)});
        }});
   statements.push_back({"COMMIT", {}});
-  const auto fault = connection_->run(statements);
-  if (!connection_->usable()) connection_.reset();
-  if (fault) return CloudError{fault->what};
+  if (const auto fault = exchange(statements)) return CloudError{fault->what};
   return changes;
 }
 
@@ -254,14 +263,12 @@ std::variant<RecordStore::Push, RecordStore::PushFault> PostgresStore::push(
   }
   for (const char* sql : {kForgetChanges, kForgetDeleted, "COMMIT"})
     statements.push_back({sql, {}});
-  const auto fault = connection_->run(statements);
-  if (!connection_->usable()) connection_.reset();
-  if (fault) {
+  if (const auto fault = exchange(statements)) {
     return PushFault{
         isAboutContent(fault->state) ? PushFault::Kind::kContent : PushFault::Kind::kRequest,
         fault->what};
   }
-  // Two first changes at once find no account to lock: then somebody else's came in between.
+  // A person's first change finds no row to lock: another machine's may have come in between.
   if (push.after.revision != push.before.revision + 1) push.before = {};
   return push;
 }

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <string>
-#include <utility>
 #include <vector>
 
 #include "platform/cloud/postgres_connection.h"
@@ -16,9 +14,7 @@ namespace brimlo {
 /// renewed when it breaks.
 class PostgresStore : public RecordStore {
  public:
-  /// `parameters`: libpq's keywords with their values, of which the store needs no others.
-  PostgresStore(std::vector<std::pair<std::string, std::string>> parameters,
-                const PostgresPatience& patience, SystemLog& log);
+  PostgresStore(PostgresParameters parameters, const PostgresPatience& patience, SystemLog& log);
 
   std::variant<Place, Refusal, CloudError> currentPlace() override;
   std::variant<Changes, CloudError> changesSince(const Place& known) override;
@@ -31,8 +27,10 @@ class PostgresStore : public RecordStore {
   std::optional<Fault> connect();
   std::optional<Fault> look(std::int64_t& version, Place& place);
   std::optional<Fault> makeSchema();
+  std::optional<Fault> exchange(const std::vector<PostgresConnection::Statement>& statements);
+  void dropBrokenConnection();
 
-  std::vector<std::pair<std::string, std::string>> parameters_;
+  PostgresParameters parameters_;
   PostgresPatience patience_;
   SystemLog& log_;
   std::unique_ptr<PostgresConnection> connection_;  // null or usable, between calls

@@ -10,8 +10,8 @@
 
 namespace brimlo {
 
-/// The end of a store's changes at one moment. A store that was reset or restored from a backup
-/// comes by the same revision again, but never by the same stamp.
+/// Where a store's changes end at one moment. A store that was reset or restored from a backup may
+/// reach the same revision again, but never with the same stamp.
 struct Place {
   std::int64_t revision = -1;  ///< -1: nothing is known of the store
   std::string stamp;
@@ -19,9 +19,9 @@ struct Place {
   bool operator==(const Place&) const = default;
 };
 
-/// Records in a database that numbers its changes, so that one who knows it up to a place needs to
-/// be told only what came after. What stands in for a `CloudDatabase` below its mirror; the same
-/// rules hold for its calls.
+/// Records in a database that numbers its changes, so that a reader who knows it up to a place is
+/// told only what came after. `MirroredDatabase` makes a `CloudDatabase` of it; the same rules hold
+/// for its calls.
 class RecordStore {
  public:
   virtual ~RecordStore() = default;
@@ -50,7 +50,7 @@ class RecordStore {
   struct PushFault {
     enum class Kind {
       kRequest,  ///< it would fail with any records
-      kContent,  ///< the store will not have one of these records
+      kContent,  ///< the store refuses one of these records
     };
     Kind kind;
     std::string why;

@@ -6,8 +6,8 @@
 
 namespace brimlo {
 
-/// The tables in which both databases keep records: one for a type, a column for a field, beside
-/// "id" and "revision".
+/// The tables in which both databases keep records: one for each type, with a column for each field
+/// beside "id" and "revision".
 struct RecordColumn {
   enum class Kind { kString, kDate, kStringList };
   const char* field;
@@ -23,10 +23,10 @@ struct RecordTable {
 
 std::span<const RecordTable> recordTables();
 
-/// `type` is one of theirs.
+/// The table for `type`, which must have one.
 const RecordTable& recordTable(std::string_view type);
 
-/// A string of more bytes is not taken from a database: as large a text as the pasteboard takes.
+/// No longer string, in bytes, is read from a database: no text on the pasteboard is longer either.
 constexpr std::size_t kLargestString = std::size_t{256} << 20;
 
 }  // namespace brimlo

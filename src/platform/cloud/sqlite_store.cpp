@@ -50,7 +50,7 @@ std::string saveStatement(const RecordTable& table) {
   return sql;
 }
 
-/// A prepared statement. A step that fails shows in the code of its database.
+/// A prepared statement. What made a step fail, the database's error code tells.
 class Statement {
  public:
   Statement(sqlite3* database, const std::string& sql) {
@@ -129,7 +129,7 @@ bool save(Statement& statement, const RecordTable& table, const CloudRecord& rec
   return statement.run();
 }
 
-/// The value in a column as it is, whatever it should be: anybody may have written it.
+/// The value in a column, of whatever type it is: other programs may write into the file.
 std::optional<FieldValue> fieldIn(const Statement& row, int index, RecordColumn::Kind kind) {
   switch (row.type(index)) {
     case SQLITE_INTEGER:
@@ -179,7 +179,7 @@ bool SqliteStore::fileReplaced() const {
 std::optional<std::string> SqliteStore::open() {
   if (!damage_.empty()) keepAside();
   if (database_ && !fileReplaced()) return std::nullopt;
-  // What belongs to the file, its log among them, gets its permissions too.
+  // SQLite gives the files beside it, such as its log, the same permissions.
   const int file = ::open(path_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
   if (file >= 0) close(file);
   sqlite3* database = nullptr;
@@ -222,7 +222,7 @@ std::optional<std::string> SqliteStore::makeTables() {
   return std::nullopt;
 }
 
-/// What the last call on the file said; damage is remembered.
+/// What the last call failed with. Remembers a damage.
 std::string SqliteStore::fault() {
   if (!database_) return sqlite3_errstr(SQLITE_CANTOPEN);
   const std::string why = sqlite3_errmsg(database_.get());
@@ -288,7 +288,7 @@ std::variant<RecordStore::Changes, CloudError> SqliteStore::changesSince(const P
     Statement row(database,
                   "SELECT " + columnNames(table) + " FROM " + table.name + " WHERE rowid = ?1");
     rows.bind(1, since);
-    // Row by row: a monstrous one is then left out alone.
+    // Row by row, so that a row which is too large is left out alone.
     while ((code = rows.step()) == SQLITE_ROW) {
       row.reset();
       row.bind(1, rows.integer(0));
@@ -309,7 +309,7 @@ std::variant<RecordStore::Changes, CloudError> SqliteStore::changesSince(const P
     changes.deleted.push_back({deleted.text(0), deleted.text(1)});
   }
   if (code != SQLITE_DONE) return CloudError{fault()};
-  sqlite3_db_release_memory(database);  // these pages are not wanted again soon
+  sqlite3_db_release_memory(database);  // these pages are not needed again soon
   return changes;
 }
 

@@ -14,9 +14,9 @@ struct sqlite3;
 
 namespace brimlo {
 
-/// Records in an SQLite file, which several processes may use at once. Made where there is none,
-/// readable by its owner alone; a change is on the disk when the call that made it returns. A file
-/// that is damaged is kept aside, and a new one begun.
+/// Records in an SQLite file, which several processes may use at once. It is made where there is
+/// none, readable by its owner alone. A change is on the disk when the call that made it returns. A
+/// damaged file is kept aside, and a new one begun.
 class SqliteStore : public RecordStore {
  public:
   /// `seed`: gives the records that a new file begins with.
@@ -44,8 +44,8 @@ class SqliteStore : public RecordStore {
   std::function<std::vector<RecordPtr>()> seed_;
   SystemLog& log_;
   std::unique_ptr<sqlite3, Close> database_;
-  struct stat opened_ {};  // the file that database_ is
-  std::string damage_;     // what is wrong with that file; empty while nothing is known of any
+  struct stat opened_ {};  // the file that database_ has open
+  std::string damage_;     // what is wrong with that file; empty while no damage is known
 };
 
 }  // namespace brimlo
