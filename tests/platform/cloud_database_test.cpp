@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <random>
 #include <thread>
 
 #include "support/cloud_backends.h"
@@ -37,8 +35,7 @@ TYPED_TEST(CloudDatabaseTest, RecordsComeBackAsTheyWereHoweverMany) {
       {{"Template", "plain"}, {{"title", "other table"}, {"body", planes}}},
   };
   // More than come in one page.
-  for (int i = 0; i < 10'000; ++i)
-    records.push_back({{"Clip", std::to_string(i)}, {{"text", "t"}}});
+  for (int i = 0; i < 10'000; ++i) records.push_back(*clipRecord(std::to_string(i)));
   std::vector<RecordPtr> saving;
   std::vector<RecordID> deleting;
   std::map<std::string, Contents> expected;
@@ -55,37 +52,6 @@ TYPED_TEST(CloudDatabaseTest, RecordsComeBackAsTheyWereHoweverMany) {
   }
   save(*writer, {}, deleting);
   for (const auto& session : {&writer, &reader}) EXPECT_EQ(namesIn(**session), Names());
-}
-
-TYPED_TEST(CloudDatabaseTest, EverySessionSeesWhatTheOthersDid) {
-  std::mt19937 random(3);
-  std::vector<std::unique_ptr<CloudDatabase>> sessions;
-  for (int i = 0; i < 3; ++i) sessions.push_back(this->backend.session());
-  Contents model;
-  for (int step = 0; step < 100; ++step) {
-    CloudDatabase& session = *sessions[random() % sessions.size()];
-    // Some push without having pulled what others did before.
-    if (random() % 3 != 0) {
-      ASSERT_EQ(contentsOf(session), model) << step;
-    } else {
-      statusOf(session);
-    }
-    std::vector<RecordPtr> saving;
-    std::vector<RecordID> deleting;
-    for (int i = 0; i < 12; ++i) {
-      const std::string name = std::to_string(i);
-      const unsigned chance = random() % 24;
-      if (chance == 0) {
-        deleting.push_back({"Clip", name});
-        model.erase(name);
-      } else if (chance < 4) {
-        saving.push_back(clipRecord(name, std::to_string(random())));
-        model[name] = *saving.back();
-      }
-    }
-    ASSERT_FALSE(session.modifyRecords(saving, deleting)) << step;
-  }
-  for (const auto& session : sessions) EXPECT_EQ(contentsOf(*session), model);
 }
 
 /// The fake is for one thread.

@@ -18,7 +18,6 @@
 
 namespace brimlo::test {
 
-using Parameters = PostgresParameters;
 using Status = CloudDatabase::AccountStatus;
 
 inline std::string freshName() {
@@ -29,38 +28,6 @@ inline std::string freshName() {
 /// A path in the temporary folder of the server that the test was started beside.
 inline std::string freshFile() {
   return std::getenv("PGHOST") + ("/" + freshName());
-}
-
-/// That server, where everybody is who they say; over TCP it asks for a password. `more` comes
-/// before what is said here.
-inline Parameters server(const std::string& database, const std::string& user = "postgres",
-                         const Parameters& more = {}) {
-  Parameters parameters = {{"host", std::getenv("PGHOST")},
-                           {"port", std::getenv("PGPORT")},
-                           {"dbname", database},
-                           {"user", user}};
-  parameters.insert(parameters.end(), more.begin(), more.end());
-  return parameters;
-}
-
-/// Runs `script`; returns the code with which the server refused it, if it did.
-inline std::string sqlFault(const std::string& database, const std::string& script,
-                            const std::string& user = "postgres") {
-  auto opened = PostgresConnection::open(server(database, user), {});
-  if (const auto* fault = std::get_if<PostgresConnection::Fault>(&opened)) return fault->what;
-  const auto fault =
-      std::get<std::unique_ptr<PostgresConnection>>(opened)->runScript(script.c_str());
-  return fault ? fault->state : "";
-}
-
-inline void sql(const std::string& database, const std::string& script) {
-  EXPECT_EQ(sqlFault(database, script), "") << script;
-}
-
-inline std::string freshDatabase() {
-  const std::string name = freshName();
-  sql("postgres", "CREATE DATABASE " + name);
-  return name;
 }
 
 /// The three kinds of account. Each session is another machine's, or another process's.
@@ -91,18 +58,45 @@ class SqliteBackend {
   FakeLog log;
 };
 
+/// A database of its own on that server, where everybody is who they say; over TCP a password is
+/// asked for. `more`: what is different from a session of the administrator on the socket.
 class PostgresBackend {
  public:
-  std::unique_ptr<RecordStore> store(const Parameters& more = {}) {
-    return std::make_unique<PostgresStore>(server(database, "postgres", more), patience, log);
+  PostgresBackend() { sql("CREATE DATABASE " + database, {{"dbname", "postgres"}}); }
+
+  std::unique_ptr<RecordStore> store(const PostgresParameters& more = {}) {
+    return std::make_unique<PostgresStore>(parameters(more), patience, log);
   }
-  std::unique_ptr<CloudDatabase> session(const Parameters& more = {}) {
+  std::unique_ptr<CloudDatabase> session(const PostgresParameters& more = {}) {
     return std::make_unique<MirroredDatabase>(store(more), log);
   }
 
-  std::string database = freshDatabase();
+  void sql(const std::string& script, const PostgresParameters& more = {}) {
+    EXPECT_EQ(sqlFault(script, more), "") << script;
+  }
+  /// The code with which the server refuses `script`; empty when it does not.
+  std::string sqlFault(const std::string& script, const PostgresParameters& more) {
+    auto opened = PostgresConnection::open(parameters(more), {});
+    if (const auto* fault = std::get_if<PostgresConnection::Fault>(&opened)) return fault->what;
+    const auto& connection = std::get<std::unique_ptr<PostgresConnection>>(opened);
+    const auto fault = connection->runScript(script.c_str());
+    return fault ? fault->state : "";
+  }
+
+  std::string database = freshName();
   PostgresPatience patience;
   FakeLog log;
+
+ private:
+  PostgresParameters parameters(PostgresParameters more) const {
+    const PostgresParameters usual = {{"host", std::getenv("PGHOST")},
+                                      {"port", std::getenv("PGPORT")},
+                                      {"dbname", database},
+                                      {"user", "postgres"}};
+    more.insert(more.begin(), usual.begin(),
+                usual.end());  // of two with one keyword, the last wins
+    return more;
+  }
 };
 
 inline RecordPtr clipRecord(const std::string& name, std::string text = "t") {
