@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -11,9 +11,14 @@ namespace brimlo {
 struct MenuRow {
   std::string badge;
   std::string symbol;  ///< its name; empty where there is none
-  std::string text;
+  /// Whole, and shared with the clip, since it may be long. The view shows its beginning.
+  std::shared_ptr<const std::string> text;
 
-  bool operator==(const MenuRow&) const = default;
+  /// Compares the texts, not the pointers.
+  bool operator==(const MenuRow& other) const {
+    return badge == other.badge && symbol == other.symbol &&
+           (text == other.text || *text == *other.text);
+  }
 };
 
 /// One page of a list, and how to get to its neighbours.

@@ -15,17 +15,6 @@ std::int64_t pageNamedBy(const std::optional<std::string>& value) {
   return std::max<std::int64_t>(page.value_or(0), 0);
 }
 
-/// The beginning of `text`, more than a row can show, on one line.
-std::string preview(const std::string& text) {
-  constexpr std::size_t kMostBytes = 1024;
-  std::size_t end = std::min(text.size(), kMostBytes);
-  while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
-  std::string shown = text.substr(0, end);
-  std::replace(shown.begin(), shown.end(), '\n', ' ');
-  if (end < text.size()) shown += "…";
-  return shown;
-}
-
 struct Range {
   std::size_t start;  ///< the first row's position in the list
   std::size_t end;    ///< one past the last one's
@@ -164,7 +153,7 @@ MenuPage MenuContentModel::historyPage() {
   const auto [start, end] = rangeOf(historyPage_, clips.size());
   for (std::size_t at = start; at < end; ++at) {
     const bool fromPhone = clips[at]->source == "action";
-    page.rows.push_back({badge(at), fromPhone ? "iphone" : "", preview(clips[at]->text)});
+    page.rows.push_back({badge(at), fromPhone ? "iphone" : "", {clips[at], &clips[at]->text}});
     shownClips_.push_back(clips[at]);
   }
   if (clips.size() > kPageSize) {
@@ -183,7 +172,8 @@ MenuPage MenuContentModel::templatesPage() {
   if (templates.empty()) return page;
   const auto [start, end] = rangeOf(templatePage_, templates.size());
   for (std::size_t at = start; at < end; ++at) {
-    page.rows.push_back({badge(at), "text.badge.plus", templates[at].title});
+    page.rows.push_back(
+        {badge(at), "text.badge.plus", std::make_shared<const std::string>(templates[at].title)});
     shownTemplates_.push_back(templates[at]);
   }
   page.label = text("menu.templates");

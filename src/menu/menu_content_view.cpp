@@ -51,7 +51,7 @@ MenuContentView::MenuContentView(MenuContentModel& model, const Published<Appear
     build();
   });
   contentChanges_ =
-      model_.content().observeChanges([this](const MenuContent& content) { show(content); });
+      model_.content().observeChanges([this](const MenuContent& content) { showContent(content); });
 }
 
 MenuContentView::~MenuContentView() = default;
@@ -107,7 +107,7 @@ void MenuContentView::build() {
   onTurn(history_->next, history_->list, [this] { model_.showNextHistoryPage(); });
   onTurn(templates_->previous, templates_->list, [this] { model_.showPreviousTemplatePage(); });
   onTurn(templates_->next, templates_->list, [this] { model_.showNextTemplatePage(); });
-  show(shown);
+  showContent(shown);
 }
 
 QWidget* MenuContentView::header() {
@@ -213,12 +213,12 @@ QWidget* MenuContentView::footerWidget(const FooterItem& item) {
   return made.widget;
 }
 
-void MenuContentView::show(const MenuContent& content) {
+void MenuContentView::showContent(const MenuContent& content) {
   count_->setText(toQt(content.count));
   emptyRow_->setVisible(!content.empty.empty());
   empty_->setText(toQt(content.empty));
-  show(*history_, content.history);
-  show(*templates_, content.templates);
+  showPage(*history_, content.history);
+  showPage(*templates_, content.templates);
   templatesDivider_->setVisible(!content.templates.rows.empty());
   templates_->list->setAccessibleName(toQt(content.templates.label));
   for (std::size_t at = 0; at < footer_.size(); ++at) {
@@ -234,7 +234,7 @@ void MenuContentView::show(const MenuContent& content) {
   showAlert(content.alert);
 }
 
-void MenuContentView::show(Section& section, const MenuPage& page) {
+void MenuContentView::showPage(Section& section, const MenuPage& page) {
   section.widget->setVisible(!page.rows.empty());
   section.labelRow->setVisible(!page.label.empty());
   section.label->setText(toQt(page.label));

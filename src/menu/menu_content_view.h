@@ -44,8 +44,8 @@ class MenuContentView : public QWidget {
   QWidget* footer();
   QWidget* footerWidget(const FooterItem& item);
   ui::Button* mossButton(const QString& leadingSymbol, const QString& trailingSymbol);
-  void show(const MenuContent& content);
-  void show(Section& section, const MenuPage& page);
+  void showContent(const MenuContent& content);
+  static void showPage(Section& section, const MenuPage& page);
   void showAlert(const std::optional<MenuAlert>& alert);
 
   MenuContentModel& model_;

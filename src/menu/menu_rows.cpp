@@ -42,11 +42,11 @@ void MenuRows::paint(QPainter& painter, std::size_t row, const QRectF& rect) {
                     moss_);
     room.setLeft(room.left() + size.width() + kSpacing);
   }
-  ui::paintText(painter, room, ui::oneLine(shown.text), ui::kCallout, text_);
+  ui::paintText(painter, room, ui::oneLine(*shown.text), ui::kCallout, text_);
 }
 
 QString MenuRows::name(std::size_t row) {
-  return ui::oneLine(rows_[row].text);
+  return ui::oneLine(*rows_[row].text);
 }
 
 }  // namespace brimlo
