@@ -225,7 +225,7 @@ void MenuContentView::showContent(const MenuContent& content) {
     const FooterItem& item = content.footer[at];
     FooterWidget& shown = footer_[at];
     shown.widget->setVisible(item.shown);
-    if (shown.toggle) shown.toggle->setOn(item.on);
+    if (shown.toggle) shown.toggle->setChecked(item.on);
     if (shown.button) shown.button->setEnabled(item.enabled);
     if (item.kind == FooterItemKind::kSync) shown.button->setBusy(content.isSyncing);
   }

@@ -136,8 +136,8 @@ void QuickPasteView::observe() {
   subscriptions_.push_back(
       state_.selectedIndex.observe([this](const std::int64_t&) { showSelection(); }));
   subscriptions_.push_back(state_.section.observeDistinct([this](const QuickPasteSection& section) {
-    clipsTab_->setSelected(section == QuickPasteSection::kClips);
-    templatesTab_->setSelected(section == QuickPasteSection::kTemplates);
+    clipsTab_->setChecked(section == QuickPasteSection::kClips);
+    templatesTab_->setChecked(section == QuickPasteSection::kTemplates);
     list_->setAccessibleName(section == QuickPasteSection::kClips ? clipsTab_->title()
                                                                   : templatesTab_->title());
     list_->scrollToTop();

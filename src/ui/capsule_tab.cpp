@@ -23,26 +23,27 @@ CapsuleTab::CapsuleTab(const QString& title, const Colors& colors)
   setAttribute(Qt::WA_Hover, false);
   layOutRow(*this, {.spacing = 5, .padding = padding(10, 4)},
             {titleLabel_->rigid(), countLabel_->rigid()});
-  setSelected(false);
+  setCheckable(true);
+  setTextColor(colors_.text);
   setCount(0);
-}
-
-void CapsuleTab::setSelected(bool selected) {
-  selected_ = selected;
-  QColor color = selected ? colors_.selectedText : colors_.text;
-  titleLabel_->setColor(color);
-  color.setAlphaF(color.alphaF() * kCountOpacity);
-  countLabel_->setColor(color);
-  QAccessible::State changed;
-  changed.selected = true;
-  QAccessibleStateChangeEvent event(this, changed);
-  QAccessible::updateAccessibility(&event);
-  update();
+  connect(this, &QAbstractButton::toggled, this, [this](bool selected) {
+    setTextColor(selected ? colors_.selectedText : colors_.text);
+    QAccessible::State changed;
+    changed.selected = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    QAccessible::updateAccessibility(&event);
+  });
 }
 
 void CapsuleTab::setCount(qint64 count) {
   countLabel_->setText(QString::number(count));
   setAccessibleName(title_ + " " + QString::number(count));
+}
+
+void CapsuleTab::setTextColor(QColor color) {
+  titleLabel_->setColor(color);
+  color.setAlphaF(color.alphaF() * kCountOpacity);
+  countLabel_->setColor(color);
 }
 
 QSize CapsuleTab::sizeHint() const {
@@ -51,7 +52,7 @@ QSize CapsuleTab::sizeHint() const {
 
 void CapsuleTab::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  fillRounded(painter, rect(), kCapsule, selected_ ? colors_.selectedFill : colors_.fill);
+  fillRounded(painter, rect(), kCapsule, isChecked() ? colors_.selectedFill : colors_.fill);
 }
 
 }  // namespace brimlo::ui

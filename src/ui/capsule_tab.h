@@ -7,7 +7,8 @@
 
 namespace brimlo::ui {
 
-/// A tab in the shape of a capsule: a title, and how many entries its section has. Clicking it does
+/// A tab in the shape of a capsule: a title, and how many entries its section has. It is checked
+/// while its section is shown. Only `setChecked` changes that; a click is merely reported, and does
 /// not take the keyboard from elsewhere.
 class CapsuleTab : public QAbstractButton {
  public:
@@ -19,22 +20,22 @@ class CapsuleTab : public QAbstractButton {
   };
   CapsuleTab(const QString& title, const Colors& colors);
 
-  void setSelected(bool selected);
   void setCount(qint64 count);
-  bool isSelected() const { return selected_; }
   const QString& title() const { return title_; }
 
   QSize sizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void nextCheckState() override {}
 
  private:
+  void setTextColor(QColor color);
+
   QString title_;
   Colors colors_;
   Label* titleLabel_;
   Label* countLabel_;
-  bool selected_ = false;
 };
 
 }  // namespace brimlo::ui

@@ -85,41 +85,32 @@ class RowListAccessible : public QAccessibleWidget {
   mutable std::unordered_map<std::size_t, QAccessible::Id> rows_;
 };
 
-/// A widget that is pressed and has nothing inside it.
-class PressedAccessible : public QAccessibleWidget {
+/// A button of the kit: an ordinary one, a switch, or a tab, as `role` says. What it is made of is
+/// nothing to a screen reader.
+class ButtonAccessible : public QAccessibleWidget {
  public:
-  PressedAccessible(QAbstractButton& button, QAccessible::Role role)
+  ButtonAccessible(QAbstractButton& button, QAccessible::Role role)
       : QAccessibleWidget(&button, role) {}
 
   int childCount() const override { return 0; }
+  QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    if (role() == QAccessible::PageTab) {
+      state.selectable = true;
+      state.selected = button().isChecked();
+    } else {
+      state.checkable = button().isCheckable();
+      state.checked = button().isChecked();
+    }
+    return state;
+  }
   QStringList actionNames() const override { return {pressAction()}; }
   void doAction(const QString& action) override {
-    if (action == pressAction()) static_cast<QAbstractButton*>(widget())->click();
+    if (action == pressAction()) button().click();
   }
-};
 
-class SwitchAccessible : public PressedAccessible {
- public:
-  explicit SwitchAccessible(Switch& shown) : PressedAccessible(shown, QAccessible::CheckBox) {}
-
-  QAccessible::State state() const override {
-    QAccessible::State state = QAccessibleWidget::state();
-    state.checkable = true;
-    state.checked = static_cast<Switch*>(widget())->isOn();
-    return state;
-  }
-};
-
-class TabAccessible : public PressedAccessible {
- public:
-  explicit TabAccessible(CapsuleTab& tab) : PressedAccessible(tab, QAccessible::PageTab) {}
-
-  QAccessible::State state() const override {
-    QAccessible::State state = QAccessibleWidget::state();
-    state.selectable = true;
-    state.selected = static_cast<CapsuleTab*>(widget())->isSelected();
-    return state;
-  }
+ private:
+  QAbstractButton& button() const { return *static_cast<QAbstractButton*>(widget()); }
 };
 
 bool RowAccessible::isValid() const {
@@ -162,13 +153,17 @@ void RowAccessible::doAction(const QString& action) {
 
 QAccessibleInterface* make(const QString&, QObject* object) {
   if (auto* list = dynamic_cast<RowList*>(object)) return new RowListAccessible(*list);
-  if (auto* tab = dynamic_cast<CapsuleTab*>(object)) return new TabAccessible(*tab);
-  if (auto* shown = dynamic_cast<Switch*>(object)) return new SwitchAccessible(*shown);
+  if (auto* tab = dynamic_cast<CapsuleTab*>(object)) {
+    return new ButtonAccessible(*tab, QAccessible::PageTab);
+  }
+  if (auto* toggle = dynamic_cast<Switch*>(object)) {
+    return new ButtonAccessible(*toggle, QAccessible::CheckBox);
+  }
   if (auto* alert = dynamic_cast<Alert*>(object)) {
     return new QAccessibleWidget(alert, QAccessible::AlertMessage);
   }
   if (auto* button = dynamic_cast<Button*>(object)) {
-    return new PressedAccessible(*button, QAccessible::Button);
+    return new ButtonAccessible(*button, QAccessible::Button);
   }
   return nullptr;
 }

@@ -1,6 +1,5 @@
 #include "ui/switch.h"
 
-#include <QAccessible>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -18,19 +17,10 @@ constexpr int kSpacing = 8;
 }  // namespace
 
 Switch::Switch(const QString& label, const Look& look) : look_(look) {
+  setCheckable(true);
   setText(label);
   setAccessibleName(label);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-}
-
-void Switch::setOn(bool on) {
-  if (on == on_) return;
-  on_ = on;
-  QAccessible::State changed;
-  changed.checked = true;
-  QAccessibleStateChangeEvent event(this, changed);
-  QAccessible::updateAccessibility(&event);
-  update();
 }
 
 QSize Switch::sizeHint() const {
@@ -46,9 +36,9 @@ void Switch::paintEvent(QPaintEvent*) {
   QRectF track({room.right() - kTrack.width(), room.center().y() - kTrack.height() / 2}, kTrack);
   room.setRight(track.left() - kSpacing);
   paintText(painter, room, text(), look_.style, look_.text);
-  fillRounded(painter, track, kCapsule, on_ ? look_.tint : look_.track);
+  fillRounded(painter, track, kCapsule, isChecked() ? look_.tint : look_.track);
   const double margin = (kTrack.height() - kKnob) / 2;
-  const double x = on_ ? track.right() - margin - kKnob : track.left() + margin;
+  const double x = isChecked() ? track.right() - margin - kKnob : track.left() + margin;
   painter.setPen(Qt::NoPen);
   painter.setBrush(isDown() ? QColor(235, 235, 235) : QColor(Qt::white));
   painter.drawEllipse(QRectF(x, track.top() + margin, kKnob, kKnob));

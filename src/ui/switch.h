@@ -7,8 +7,8 @@
 
 namespace brimlo::ui {
 
-/// A text, and at the other end a switch that is on or off. What it is on follows `setOn` alone: a
-/// click only reports itself.
+/// A text, and at the other end a switch, which is on while the button is checked. Only
+/// `setChecked` changes that; a click is merely reported.
 class Switch : public Pressable {
  public:
   struct Look {
@@ -20,17 +20,14 @@ class Switch : public Pressable {
   };
   Switch(const QString& label, const Look& look);
 
-  void setOn(bool on);
-  bool isOn() const { return on_; }
-
   QSize sizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void nextCheckState() override {}
 
  private:
   Look look_;
-  bool on_ = false;
 };
 
 }  // namespace brimlo::ui
