@@ -10,7 +10,8 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
-#include <unordered_map>
+
+#include "ui/row_scroll.h"
 
 namespace brimlo::ui {
 
@@ -28,27 +29,24 @@ class RowSource {
 };
 
 /// A scrolling column of any number of rows of different heights, of which only those in sight are
-/// ever measured or drawn. The rows are items to a screen reader.
-///
-/// Where it is scrolled to is counted in rows: 7.5 means that the middle of the eighth row is at
-/// the top. So nothing need be known of rows that were never in sight, and the scroll indicator
-/// says which part of the rows, not of their heights, is shown.
+/// ever measured or drawn. The rows are items to a screen reader. `RowScroll` knows where it is
+/// scrolled to.
 class RowList : public QWidget {
  public:
   struct Options {
     int spacing = 0;
-    int padding = 0;  ///< around all rows
-    QColor indicator;
-    /// Its height is that of its rows, this at most; 0: as high as it is made.
+    int padding = 0;   ///< around all rows
+    QColor indicator;  ///< of the scroll indicator
+    /// The list is as high as its rows, but no higher than this. 0: its height is set from outside.
     int maximumHeight = 0;
-    /// Where it is visible, the keyboard can be on the list: a ring of this colour is around the
-    /// selected row then.
+    /// The colour of the ring around the selected row while the list has the keyboard. Transparent:
+    /// the list never takes the keyboard.
     QColor ring = Qt::transparent;
   };
   /// `source` outlives the list.
   RowList(RowSource& source, const Options& options);
 
-  /// Shows other rows, so many of them, and stays where it was as far as that is possible.
+  /// Shows `count` other rows, scrolled to where it was as far as that is possible.
   void setRows(std::size_t count);
   void setSelectedRow(std::size_t row);
 
@@ -56,14 +54,15 @@ class RowList : public QWidget {
   void scrollToCenter(std::size_t row);
   void scrollToTop();
 
-  /// Called when a row is clicked, and when the pointer, moved, enters one.
+  /// `onHover` is called when the pointer enters a row because it was moved; a list that appears or
+  /// scrolls under a pointer at rest does not count.
   void setOnClick(std::function<void(std::size_t)> onClick);
   void setOnHover(std::function<void(std::size_t)> onHover);
 
-  std::size_t rowCount() const { return count_; }
+  std::size_t rowCount() const { return scroll_.rowCount(); }
   std::size_t selectedRow() const { return selected_; }
   QString rowName(std::size_t row) { return source_.name(row); }
-  /// Where `row` is in the list, when it is in sight.
+  /// Where `row` is in the list; none while it is out of sight.
   std::optional<QRectF> rowRect(std::size_t row);
   std::optional<std::size_t> rowAt(const QPointF& point);
   void click(std::size_t row);
@@ -88,24 +87,16 @@ class RowList : public QWidget {
  private:
   bool takesKeyboard() const { return options_.ring.alpha() > 0; }
   void moveTo(std::size_t row);
-  int rowHeight(std::size_t row);
-  double above(std::size_t row) const;
-  double slotHeight(std::size_t row);
-  double lastPosition();
-  double centeredPosition(std::size_t row);
-  void scrollBy(double pixels);
-  void setPosition(double position);
-  void forEachInSight(const std::function<bool(std::size_t, const QRectF&)>& visit);
+  void scrollTo(double position);
+  QRectF rectOf(const RowScroll::PlacedRow& placed) const;
   QRectF indicatorRect();
   void dragIndicator(double y);
   void hover(const QPointF& point);
 
   RowSource& source_;
   Options options_;
-  std::size_t count_ = 0;
+  RowScroll scroll_;
   std::size_t selected_ = 0;
-  double position_ = 0;
-  std::unordered_map<std::size_t, int> heights_;  // of the rows that have been in sight
   std::function<void(std::size_t)> onClick_;
   std::function<void(std::size_t)> onHover_;
   std::optional<std::size_t> hovered_;
