@@ -1,10 +1,6 @@
 #include "menu/menu_bar_controller.h"
 
-#include <gtest/gtest.h>
-
-#include "support/fake_file_system.h"
-#include "support/fake_panel.h"
-#include "support/fakes.h"
+#include "menu/menu_test.h"
 
 namespace brimlo {
 namespace {
@@ -25,70 +21,32 @@ TEST(OriginBeside, IsBesideTheIconAndWithinTheWorkArea) {
       {"right of a panel on the left", {{4, 300}, {24, 24}}, {{40, 0}, {960, 800}}, {40, 62}},
       {"left of a panel on the right", {{970, 20}, {24, 24}}, {{0, 0}, {960, 800}}, {660, 0}},
       {"a panel that hides, below", {{800, 0}, {24, 24}}, {{0, 0}, {1000, 800}}, {662, 24}},
-      {"a point on a dock within the work area",
-       {{500, 60}, {0, 0}},
-       {{0, 0}, {1000, 800}},
-       {350, 60}},
-      {"in the corner of two panels: its own",
-       {{988, 4}, {8, 8}},
-       {{0, 30}, {996, 770}},
-       {696, 30}},
+      {"a point inside the work area", {{500, 60}, {0, 0}}, {{0, 0}, {1000, 800}}, {350, 60}},
+      {"in the corner of two panels", {{988, 4}, {8, 8}}, {{0, 30}, {996, 770}}, {696, 30}},
       {"a low screen: the top is seen", {{500, 4}, {24, 24}}, {{0, 30}, {1000, 400}}, {362, -70}},
   };
   for (const auto& each : cases) {
-    SCOPED_TRACE(each.what);
-    EXPECT_EQ(originBeside(each.item, size, {{{0, 0}, {1000, 800}}, each.work}), each.expected);
+    EXPECT_EQ(originBeside(each.item, size, {{{0, 0}, {1000, 800}}, each.work}), each.expected)
+        << each.what;
   }
 }
 
-class MenuBarControllerTest : public testing::Test {
+class MenuBarControllerTest : public test::MenuTest {
  protected:
-  std::unique_ptr<MenuContentModel> makeContent() {
-    return std::make_unique<MenuContentModel>(
-        MenuContentModel::Services{.accessibility = desktop,
-                                   .environment = surroundings,
-                                   .log = log,
-                                   .strings = strings,
-                                   .store = store,
-                                   .templateStore = templates,
-                                   .quickPasteEnabled = off,
-                                   .excludePasswords = off,
-                                   .autoApply = off,
-                                   .isSyncing = off,
-                                   .syncStatus = status,
-                                   .copyClip = {},
-                                   .copyTemplate = {},
-                                   .setQuickPasteEnabled = {},
-                                   .setExcludePasswords = {},
-                                   .setAutoApply = {},
-                                   .syncNow = {},
-                                   .showOnboarding = {},
-                                   .checkForUpdates = {},
-                                   .quit = {}});
-  }
-
-  test::FakeFileSystem files;
-  test::FakeLog log;
-  test::FakeDesktop desktop;
-  test::FakeSurroundings surroundings;
-  test::FakeStrings strings;
   test::FakeRunLoop loop;
   test::FakeEventMonitors events;
-  ClipStore store{files, log, "/data"};
-  TemplateStore templates{files, log, "/data"};
-  Published<bool> off{false};
-  Published<std::string> status{""};
   test::PanelRecord panel{.fitting = {344, 600}};
   MenuContentModel* content = nullptr;
-  MenuBarController menuBar{{.events = events,
-                             .queue = loop,
-                             .screens = surroundings,
-                             .makeContent = [this] { return makeContent(); },
-                             .makePanel =
-                                 [this](MenuContentModel& model) {
-                                   content = &model;
-                                   return std::make_unique<test::FakePanel>(panel);
-                                 }}};
+  MenuBarController menuBar{
+      {.events = events,
+       .queue = loop,
+       .screens = surroundings,
+       .makeContent = [this] { return std::make_unique<MenuContentModel>(services()); },
+       .makePanel =
+           [this](MenuContentModel& model) {
+             content = &model;
+             return std::make_unique<test::FakePanel>(panel);
+           }}};
   const Rect icon{{1200, 778}, {20, 20}};
 };
 

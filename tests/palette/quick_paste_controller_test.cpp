@@ -60,17 +60,14 @@ class QuickPasteControllerTest : public testing::Test {
 
   Texts shown() {
     Texts texts;
-    const QuickPasteItems items = state.items.value();
-    for (std::size_t i = 0; i < items.size(); ++i) {
-      texts.push_back(items[i].clip() ? items[i].clip()->text : items[i].shownTemplate()->title);
+    for (std::size_t i = 0; i < state.items.value().size(); ++i) {
+      const QuickPasteItem item = state.items.value()[i];
+      texts.push_back(item.clip() ? item.clip()->text : item.shownTemplate()->title);
     }
     return texts;
   }
 
   bool press(std::uint16_t keyCode) { return events.press({keyCode, 0, ""}); }
-  bool type(const std::string& characters, std::uint64_t flags = 0) {
-    return events.press({KeyDownEvent::kOtherKey, flags, characters});
-  }
 
   static constexpr std::uint16_t kReturn = 36, kTab = 48, kEscape = 53, kEnter = 76, kPageUp = 116,
                                  kPageDown = 121, kLeft = 123, kRight = 124, kDown = 125, kUp = 126;
@@ -90,12 +87,11 @@ class QuickPasteControllerTest : public testing::Test {
 TEST_F(QuickPasteControllerTest, AFilterKeepsOrderCountsBothSectionsAndSearchesTextsOnly) {
   templates = {{"0", "Abc", "", 0}, {"1", "title", "x aBc", 0}, {"2", "title", "body", 0}};
   present({"xABCx", "nothing", "abc"});
-  struct Case {
-    std::string query;
+  const struct {
+    const char* query;
     Texts clips;
     std::int64_t templates;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {" \t\u00a0", {"xABCx", "nothing", "abc"}, 3},
       {" abc\t", {"xABCx", "abc"}, 2},
       {"abcx", {"xABCx"}, 0},
@@ -109,15 +105,13 @@ TEST_F(QuickPasteControllerTest, AFilterKeepsOrderCountsBothSectionsAndSearchesT
     EXPECT_EQ(shown(), texts) << query;
     EXPECT_EQ(state.clipCount.value(), static_cast<std::int64_t>(texts.size())) << query;
     EXPECT_EQ(state.templateCount.value(), count) << query;
-    EXPECT_EQ(state.query.value(), query);
   }
   state.query.set("abc");
-  press(kTab);
-  EXPECT_EQ(shown(), (Texts{"Abc", "title"}));
-  EXPECT_EQ(state.clipCount.value(), 2);
-  EXPECT_EQ(state.items.value()[0].id(), "t-0");
-  press(kTab);
-  EXPECT_EQ(state.items.value()[0].id(), "c-0");
+  for (const char* id : {"t-0", "c-0"}) {
+    press(kTab);
+    EXPECT_EQ(state.items.value()[0].id(), id);
+    EXPECT_EQ(state.items.value().size(), 2U);
+  }
 }
 
 TEST_F(QuickPasteControllerTest, AStricterFilterFindsWhatAFreshOneDoes) {
@@ -140,75 +134,64 @@ TEST_F(QuickPasteControllerTest, TheSelectionMovesByRowsAndPagesAndStopsAtTheEnd
   present({});
   std::int64_t tick = state.keyboardNavTick.value();
   EXPECT_TRUE(press(kDown));
-  EXPECT_EQ(state.keyboardNavTick.value(), tick);
+  EXPECT_EQ(state.keyboardNavTick.value(), tick) << "without rows";
   present(numbered(20));
+  tick = state.keyboardNavTick.value();
   const std::pair<std::uint16_t, std::int64_t> keys[] = {
       {kDown, 1},      {kUp, 0},    {kUp, 0},    {kPageDown, 8}, {kRight, 16},
       {kPageDown, 19}, {kDown, 19}, {kLeft, 11}, {kPageUp, 3},   {kLeft, 0}};
-  tick = state.keyboardNavTick.value();
   for (const auto& [key, row] : keys) {
+    panel.composing = key == kPageUp || key == kPageDown;  // no input method uses these two
     EXPECT_TRUE(press(key));
     EXPECT_EQ(state.selectedIndex.value(), row);
     EXPECT_EQ(state.keyboardNavTick.value(), ++tick);
   }
   state.onHover(7);
-  EXPECT_EQ(state.selectedIndex.value(), 7);
-  EXPECT_EQ(state.keyboardNavTick.value(), tick);
   state.onSectionChange(QuickPasteSection::kClips);
   EXPECT_EQ(state.selectedIndex.value(), 7);
-  state.query.set("clip 1");
+  EXPECT_EQ(state.keyboardNavTick.value(), tick);
+  for (int i = 0; i < 2; ++i) state.query.set("clip 1");
   EXPECT_EQ(state.selectedIndex.value(), 0);
-  EXPECT_EQ(state.keyboardNavTick.value(), tick + 1);
-  state.query.set("clip 1");
   EXPECT_EQ(state.keyboardNavTick.value(), tick + 1);
 }
 
 TEST_F(QuickPasteControllerTest, KeysActOnTheListOrTypeIntoTheFilter) {
-  struct Case {
+  constexpr auto kOther = KeyDownEvent::kOtherKey;
+  const struct {
     const char* query;
     KeyDownEvent event;
     bool consumed;
     Texts confirmed;
-  };
-  constexpr auto kOther = KeyDownEvent::kOtherKey;
-  const Case cases[] = {
+  } cases[] = {
       {"", {kReturn, 0, "\r"}, true, {"clip 0"}},
       {"2", {kEnter, KeyDownEvent::kShiftFlag, "\r"}, true, {"clip 2"}},
       {"none", {kReturn, 0, "\r"}, true, {}},
-      {"", {kOther, 0, "2"}, true, {"clip 1"}},
       {"", {kOther, KeyDownEvent::kOptionFlag, "3"}, true, {"clip 2"}},
       {"", {kOther, 0, "三"}, true, {"clip 2"}},
       {"", {kOther, 0, "5"}, false, {}},
       {"", {kOther, 0, "0"}, false, {}},
-      {"", {kOther, 0, "½"}, false, {}},
       {"", {kOther, 0, "a"}, false, {}},
-      {"", {kOther, 0, ""}, false, {}},
       {"", {kOther, KeyDownEvent::kCommandFlag, "1"}, false, {}},
       {"", {kOther, KeyDownEvent::kControlFlag, "1"}, false, {}},
       {"c", {kOther, 0, "1"}, false, {}},
       {" ", {kLeft, 0, ""}, false, {}},
+      {"", {kLeft, 0, ""}, true, {}},
+      {"c", {kUp, 0, ""}, true, {}},
+      {"c", {kDown, 0, ""}, true, {}},
+      {"c", {kTab, 0, "\t"}, true, {}},
   };
   for (const auto& [query, event, consumed, expected] : cases) {
+    SCOPED_TRACE(query + event.charactersIgnoringModifiers);
     confirmed.clear();
     present(numbered(3));
     state.query.set(query);
-    EXPECT_EQ(events.press(event), consumed) << query << event.charactersIgnoringModifiers;
-    EXPECT_EQ(confirmed, expected) << query << event.charactersIgnoringModifiers;
+    panel.composing = true;
+    EXPECT_FALSE(events.press(event)) << "an input method that composes keeps its keys";
+    panel.composing = false;
+    EXPECT_EQ(events.press(event), consumed);
+    EXPECT_EQ(confirmed, expected);
     EXPECT_EQ(panel.visible, expected.empty());
   }
-}
-
-TEST_F(QuickPasteControllerTest, AnInputMethodThatComposesKeepsItsKeysButNotThePageKeys) {
-  present(numbered(20));
-  panel.composing = true;
-  for (const auto key : {kReturn, kEnter, kTab, kEscape, kLeft, kRight, kDown, kUp}) {
-    EXPECT_FALSE(press(key)) << key;
-  }
-  EXPECT_FALSE(type("1"));
-  EXPECT_EQ(state.selectedIndex.value(), 0);
-  EXPECT_TRUE(press(kPageDown));
-  EXPECT_EQ(state.selectedIndex.value(), 8);
-  EXPECT_TRUE(panel.visible);
 }
 
 TEST_F(QuickPasteControllerTest, ItOpensFreshlyFilledAndSaysSo) {
@@ -221,10 +204,8 @@ TEST_F(QuickPasteControllerTest, ItOpensFreshlyFilledAndSaysSo) {
   press(kTab);
   surroundings.variables = {{"BRIMLO_QP_SECTION", "Templates"}, {"BRIMLO_QP_QUERY", ""}};
   present(numbered(4));
-  EXPECT_EQ(state.section.value(), QuickPasteSection::kClips);
   EXPECT_EQ(state.query.value(), "");
   EXPECT_EQ(shown(), numbered(4));
-  EXPECT_EQ(state.selectedIndex.value(), 0);
   EXPECT_EQ(state.focusRequest.value(), focus + 1);
   EXPECT_EQ(panel.made, 1);
   surroundings.variables = {{"BRIMLO_QP_SECTION", "templates"}, {"BRIMLO_QP_QUERY", " dat"}};
@@ -236,24 +217,20 @@ TEST_F(QuickPasteControllerTest, ItOpensFreshlyFilledAndSaysSo) {
   panel.fitting = {500, 99};
   QuickPasteController bare(services(loop));
   bare.present();
-  EXPECT_EQ(panel.frame.size, (Size{500, 460}));
-  EXPECT_TRUE(press(kReturn));
-  EXPECT_TRUE(panel.visible);
+  EXPECT_EQ(panel.frame.size, (Size{500, 460})) << "a view that has no size yet";
 }
 
 TEST_F(QuickPasteControllerTest, ItHangsBelowThePointerWithinTheScreen) {
   const Screen left{{{0, 0}, {1280, 800}}, {{0, 40}, {1280, 736}}};
   const Screen right{{{1280, 100}, {800, 600}}, {{1280, 100}, {800, 600}}};
   const Screen tiny{{{0, 0}, {400, 300}}, {{0, 0}, {400, 300}}};
-  struct Case {
+  const struct {
     std::vector<Screen> screens;
     Point pointer;
     bool centred;
     Point origin;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {{left, right}, {640, 700}, false, {390, 243}},
-      {{left, right}, {640, 800}, false, {390, 271}},
       {{right, left}, {0, 1}, false, {8, 48}},
       {{left, right}, {1279, 799}, false, {772, 271}},
       {{left, right}, {1300, 690}, false, {1288, 195}},
@@ -261,7 +238,6 @@ TEST_F(QuickPasteControllerTest, ItHangsBelowThePointerWithinTheScreen) {
       {{tiny}, {200, 200}, false, {-108, -205}},
       {{right, left}, {1300, 690}, true, {390, 159.5}},
       {{right}, {1300, 690}, true, {390, 159.5}},
-      {{}, {1300, 690}, false, {7, 7}},
       {{}, {1300, 690}, true, {7, 7}},
   };
   for (const auto& [screens, pointer, centred, origin] : cases) {
@@ -273,17 +249,19 @@ TEST_F(QuickPasteControllerTest, ItHangsBelowThePointerWithinTheScreen) {
     present({});
     EXPECT_EQ(panel.frame.origin, origin) << pointer.x << " " << centred;
   }
-  surroundings.all = {left, right};
-  surroundings.pointer = {1400, 600};
-  controller.setDebugCenterOnPrimary(false);
+}
+
+TEST_F(QuickPasteControllerTest, ItMovesOnlyWhenItsScreenGoesAway) {
+  const Screen screen = surroundings.all[0];
+  surroundings.all.push_back({{{1280, 0}, {800, 800}}, {{1280, 0}, {800, 800}}});
+  surroundings.pointer = {1600, 600};
   present({});
-  surroundings.all = {left};
-  surroundings.pointer = {300, 700};
-  surroundings.changes.set(1);
-  EXPECT_EQ(panel.frame.origin, (Point{50, 243})) << "its screen went away";
-  surroundings.pointer = {500, 700};
-  surroundings.changes.set(1);
-  EXPECT_EQ(panel.frame.origin, (Point{50, 243})) << "still in sight";
+  for (const double x : {300, 500}) {  // the second time it is in sight, wherever the pointer is
+    surroundings.all = {screen};
+    surroundings.pointer = {x, 700};
+    surroundings.changes.set(1);
+    EXPECT_EQ(panel.frame.origin, (Point{50, 243}));
+  }
 }
 
 TEST_F(QuickPasteControllerTest, ItClosesWhenThePersonTurnsAway) {
@@ -295,25 +273,25 @@ TEST_F(QuickPasteControllerTest, ItClosesWhenThePersonTurnsAway) {
       {"the application", [&] { controller.dismiss(); }},
   };
   for (const auto& [way, happens] : ways) {
-    present(numbered(3));
-    controller.present();
+    SCOPED_TRACE(way);
+    for (int i = 0; i < 2; ++i) controller.present();
     EXPECT_EQ(events.keys.callbacks.size(), 1u);
-    EXPECT_EQ(events.globalClicks.callbacks.size() + events.localClicks.callbacks.size(), 2u);
     events.click(test::FakePanel::kWindow);
     loop.drain();
-    EXPECT_TRUE(panel.visible) << way;
+    panel.composing = true;
+    EXPECT_FALSE(press(kEscape)) << "it ends the composing";
+    panel.composing = false;
+    EXPECT_TRUE(panel.visible);
     happens();
     loop.drain();
-    EXPECT_FALSE(panel.visible) << way;
-    EXPECT_TRUE(events.keys.callbacks.empty());
-    EXPECT_TRUE(events.globalClicks.callbacks.empty() && events.localClicks.callbacks.empty());
+    EXPECT_FALSE(panel.visible);
+    EXPECT_TRUE(events.keys.callbacks.empty() && events.globalClicks.callbacks.empty() &&
+                events.localClicks.callbacks.empty());
   }
   controller.setAutoDismissOnResign(false);
   controller.present();
   panel.resign();
   EXPECT_TRUE(panel.visible);
-  press(kEscape);
-  EXPECT_FALSE(panel.visible);
 }
 
 /// A clock that is read often enough to let every slice of work end.
@@ -333,25 +311,25 @@ TEST_F(QuickPasteControllerTest, AFilterUnderWayIsReplacedOrFinishedNeverQueued)
   slow.setClipsProvider([&] { return clipsOf(texts); });
   slow.setOnConfirm([this](const Clip& clip) { confirmed.push_back(clip.text.substr(4u << 20)); });
   slow.present();
-  QuickPasteViewState& shownState = slow.state();
+  const auto rows = [&] { return slow.state().items.value().size(); };
   for (const char* typed : {"t", "tw", "two"}) {
-    shownState.query.set(typed);
-    EXPECT_EQ(shownState.items.value().size(), 3u) << "the rows before stay until it is done";
+    slow.state().query.set(typed);
+    EXPECT_EQ(rows(), 3u) << "the rows before stay until it is done";
   }
   loop.drain();
-  EXPECT_EQ(shownState.items.value().size(), 1u);
-  shownState.query.set("th");
+  EXPECT_EQ(rows(), 1u);
+  slow.state().query.set("th");
   press(kReturn);
   EXPECT_EQ(confirmed, Texts{"three"});
   slow.present();
-  shownState.query.set("e");
+  slow.state().query.set("e");
   press(kDown);
-  EXPECT_EQ(shownState.items.value().size(), 2u);
-  EXPECT_EQ(shownState.selectedIndex.value(), 1);
-  shownState.query.set("two");
+  EXPECT_EQ(rows(), 2u);
+  EXPECT_EQ(slow.state().selectedIndex.value(), 1);
+  slow.state().query.set("two");
   press(kEscape);
   loop.drain();
-  EXPECT_EQ(shownState.items.value().size(), 2u) << "closed: nothing goes on";
+  EXPECT_EQ(rows(), 2u) << "closed: nothing goes on";
 }
 
 }  // namespace
