@@ -1,11 +1,20 @@
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 
 namespace brimlo {
+
+/// The largest text that is taken from another client, in bytes; a larger one is refused.
+inline constexpr std::size_t kLargestText = std::size_t{256} * 1024 * 1024;
+
+/// How long another client may be silent while it hands over a text or takes one. Long enough for
+/// one that is being swapped in or computes its answer.
+inline constexpr std::chrono::seconds kTransferPatience{30};
 
 /// The desktop's general pasteboard, as one object whatever its clients do.
 ///

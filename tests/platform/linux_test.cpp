@@ -15,6 +15,7 @@
 #include <sstream>
 #include <thread>
 
+#include "platform/freedesktop/xsettings.h"
 #include "platform/posix/folder_lock.h"
 #include "platform/posix/posix_file_system.h"
 #include "platform/posix/unix_signals.h"
@@ -23,7 +24,6 @@
 #include "platform/qt/qt_entitlements.h"
 #include "platform/qt/qt_run_loop.h"
 #include "platform/qt/qt_strings.h"
-#include "platform/x11/x11_theme_name.h"
 #include "support/fakes.h"
 
 namespace brimlo {

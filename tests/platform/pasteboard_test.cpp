@@ -55,7 +55,8 @@ class X11World : public World {
     peer->own({.texts = {{"UTF8_STRING", "at the start"}}});
     x11_ = X11Connection::open().connection;
     x11_->serve();
-    real_ = std::make_unique<X11Pasteboard>(*x11_, log);
+    time_ = std::make_unique<X11Time>(*x11_);
+    real_ = std::make_unique<X11Pasteboard>(*x11_, *time_, log);
     wait([&] { return real_->string().has_value(); });
   }
   Pasteboard& pasteboard() override { return *real_; }
@@ -93,6 +94,7 @@ class X11World : public World {
 
  private:
   std::unique_ptr<X11Connection> x11_;
+  std::unique_ptr<X11Time> time_;
   std::unique_ptr<X11Pasteboard> real_;
 };
 

@@ -54,8 +54,9 @@ class X11DesktopTest : public testing::Test {
   test::FakeStrings strings;
   test::FakeDesktop desktop;
   QtRunLoop loop;
-  X11Workspace workspace{*x11};
-  X11Pasteboard pasteboard{*x11, log};
+  X11Time time{*x11};
+  X11Workspace workspace{*x11, time};
+  X11Pasteboard pasteboard{*x11, time, log};
   X11Keyboard keyboard{*x11};
   X11KeyEvents keys{*x11, keyboard, workspace, pasteboard, loop, desktop, strings};
 };

@@ -160,9 +160,10 @@ class X11PanelTest : public testing::Test {
   std::unique_ptr<X11Connection> x11 = X11Connection::open().connection;
   X11Keyboard keyboard{*x11};
   X11RawInput rawInput{*x11};
-  X11Workspace workspace{*x11};
+  X11Time time{*x11};
+  X11Workspace workspace{*x11, time};
   X11HotKeys hotKeys{*x11, keyboard, rawInput, log};
-  X11WindowServer server{*x11, workspace};
+  X11WindowServer server{*x11, time, workspace};
   X11EventMonitors monitors{*x11, keyboard, rawInput};
   int presses = 0;
   std::unique_ptr<EventHandler> onPress =

@@ -4,6 +4,8 @@
 #include <span>
 #include <string_view>
 
+#include "platform/pasteboard.h"
+
 namespace brimlo {
 
 /// The tables in which both databases keep records: one for each type, with a column for each field
@@ -27,6 +29,6 @@ std::span<const RecordTable> recordTables();
 const RecordTable& recordTable(std::string_view type);
 
 /// No longer string, in bytes, is read from a database: no text on the pasteboard is longer either.
-constexpr std::size_t kLargestString = std::size_t{256} << 20;
+constexpr std::size_t kLargestString = kLargestText;
 
 }  // namespace brimlo

@@ -2,19 +2,19 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <utility>
 
-#include "platform/x11/text_targets.h"
+#include "platform/freedesktop/text_types.h"
+#include "platform/pasteboard.h"
 
 namespace brimlo {
 namespace {
 
 using Steady = std::chrono::steady_clock;
 
-// How long an owner may be silent. Long enough for one that swaps or computes its answer.
-constexpr auto kPatience = std::chrono::seconds(30);
-// A window is kept for a former owner's late answer: writing to one that is gone ends many a
-// client. Not for ever, and not for any number of owners.
+// How long, and how many, windows are kept for a former owner's late answer: many clients end when
+// they write to a window that has been destroyed.
 constexpr auto kRetirement = std::chrono::seconds(60);
 constexpr std::size_t kMostRetired = 64;
 
@@ -23,15 +23,12 @@ constexpr std::size_t kMostRetired = 64;
 SelectionReader::SelectionReader(X11Connection& x11, std::function<void(SelectionContents)> onRead)
     : x11_(x11), onRead_(std::move(onRead)) {
   timer_.setInterval(std::chrono::seconds(1));
-  QObject::connect(&timer_, &QTimer::timeout, [this] { tick(); });
+  QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { tick(); });
 }
 
 void SelectionReader::read(xcb_timestamp_t time) {
   abandon();
-  window_ = xcb_generate_id(x11_.xcb());
-  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-  xcb_create_window(x11_.xcb(), XCB_COPY_FROM_PARENT, window_, x11_.root(), 0, 0, 1, 1, 0,
-                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+  window_.emplace(x11_, XCB_EVENT_MASK_PROPERTY_CHANGE);
   time_ = time;
   timer_.start();
   convert(x11_.atoms().targets);
@@ -39,11 +36,9 @@ void SelectionReader::read(xcb_timestamp_t time) {
 
 void SelectionReader::abandon() {
   if (step_ == Step::kIdle) return;
-  if (step_ == Step::kFetching && !incremental_) {
-    xcb_destroy_window(x11_.xcb(), window_);  // answered: nobody writes to it any more
-  } else {
-    retire(window_);
-  }
+  const bool answered = step_ == Step::kFetching && !incremental_;
+  if (!answered) retireWindow();
+  window_.reset();
   step_ = Step::kIdle;
   value_ = {};
 }
@@ -59,9 +54,9 @@ void SelectionReader::convert(xcb_atom_t target) {
   incremental_ = false;
   value_.clear();
   step_ = Step::kAwaitingAnswer;
-  deadline_ = Steady::now() + kPatience;
-  xcb_convert_selection(x11_.xcb(), window_, x11_.atoms().clipboard, target, x11_.atoms().transfer,
-                        time_);
+  deadline_ = Steady::now() + kTransferPatience;
+  xcb_convert_selection(x11_.xcb(), window_->id(), x11_.atoms().clipboard, target,
+                        x11_.atoms().transfer, time_);
 }
 
 void SelectionReader::convertNextText() {
@@ -75,18 +70,17 @@ void SelectionReader::handle(const xcb_generic_event_t& event) {
   switch (event.response_type & 0x7F) {
     case XCB_SELECTION_NOTIFY: {
       const auto& answer = reinterpret_cast<const xcb_selection_notify_event_t&>(event);
-      if (step_ == Step::kAwaitingAnswer && answer.requestor == window_) return onAnswer(answer);
-      // A former owner has answered at last, and its window has served.
+      if (step_ == Step::kAwaitingAnswer && answer.requestor == window_->id())
+        return onAnswer(answer);
+      // A former owner has answered at last; nobody writes to its window any more.
       std::erase_if(retired_, [&](const Retired& retired) {
-        if (retired.window != answer.requestor) return false;
-        xcb_destroy_window(x11_.xcb(), retired.window);
-        return true;
+        return retired.window.id() == answer.requestor;
       });
       return;
     }
     case XCB_PROPERTY_NOTIFY: {
       const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-      if (step_ == Step::kAwaitingChunk && change.window == window_ &&
+      if (step_ == Step::kAwaitingChunk && change.window == window_->id() &&
           change.atom == x11_.atoms().transfer && change.state == XCB_PROPERTY_NEW_VALUE) {
         fetch();
       }
@@ -105,32 +99,33 @@ void SelectionReader::onAnswer(const xcb_selection_notify_event_t& answer) {
 
 void SelectionReader::onRefused() {
   if (target_ == x11_.atoms().targets) {
-    // An owner of before the convention: it is asked for what every such owner has.
-    textsToTry_ = {XCB_ATOM_STRING, x11_.atoms().utf8String};
+    // An owner that does not support TARGETS. The two types that it is most likely to have:
+    textsToTry_ = {XCB_ATOM_STRING, x11_.atoms().textType("UTF8_STRING")};
   }
   convertNextText();
 }
 
 void SelectionReader::fetch() {
   step_ = Step::kFetching;
-  deadline_ = Steady::now() + kPatience;
-  // One byte more than is taken, in units of four, tells a text that is too large.
-  const auto cookie =
-      xcb_get_property(x11_.xcb(), 1, window_, x11_.atoms().transfer, XCB_GET_PROPERTY_TYPE_ANY, 0,
-                       static_cast<std::uint32_t>(kLargestText / 4 + 1));
+  deadline_ = Steady::now() + kTransferPatience;
+  // In units of four bytes: one more than is accepted, to recognise a text that is too large.
+  const auto cookie = xcb_get_property(x11_.xcb(), 1, window_->id(), x11_.atoms().transfer,
+                                       XCB_GET_PROPERTY_TYPE_ANY, 0,
+                                       static_cast<std::uint32_t>(kLargestText / 4 + 1));
   x11_.whenReplied<xcb_get_property_reply_t>(
-      cookie.sequence, [this, window = window_](const xcb_get_property_reply_t* reply) {
-        if (step_ == Step::kFetching && window_ == window) onFetched(reply);
+      cookie.sequence, [this, window = window_->id()](const xcb_get_property_reply_t* reply) {
+        if (step_ == Step::kFetching && window_->id() == window) onFetched(reply);
       });
 }
 
 void SelectionReader::onFetched(const xcb_get_property_reply_t* reply) {
-  deadline_ = Steady::now() + kPatience;
+  deadline_ = Steady::now() + kTransferPatience;
   if (!reply) return finish(SelectionContents::Kind::kUnanswered);
   const auto* bytes = static_cast<const char*>(xcb_get_property_value(reply));
   const auto length = static_cast<std::size_t>(xcb_get_property_value_length(reply));
   if (!incremental_ && reply->type == x11_.atoms().incr) {
-    // The value is what the owner says it will send at least. Reading it has begun the transfer.
+    // The value is a lower bound of the size. Deleting the property, as reading it did, begins the
+    // transfer.
     std::uint32_t announced = 0;
     if (length >= sizeof announced) std::memcpy(&announced, bytes, sizeof announced);
     incremental_ = true;
@@ -138,7 +133,8 @@ void SelectionReader::onFetched(const xcb_get_property_reply_t* reply) {
     if (announced > kLargestText) finish(SelectionContents::Kind::kTooLarge);
     return;
   }
-  if (!incremental_ && reply->type == XCB_NONE) return onRefused();  // nothing was put there
+  if (!incremental_ && reply->type == XCB_NONE)
+    return onRefused();  // the owner has set no property
   if (reply->bytes_after > 0 || value_.size() + length > kLargestText) {
     return finish(SelectionContents::Kind::kTooLarge);
   }
@@ -153,11 +149,12 @@ void SelectionReader::onFetched(const xcb_get_property_reply_t* reply) {
 
 void SelectionReader::onValue(xcb_atom_t type, std::string value) {
   if (target_ == x11_.atoms().targets) {
-    // There are owners that answer every request with their text.
+    // Some owners answer every request with their text.
     const bool atoms = type == XCB_ATOM_ATOM || type == x11_.atoms().targets;
     return atoms ? onTargets(value) : onRefused();
   }
-  finish(SelectionContents::Kind::kText, decodeText(x11_.atoms(), type, std::move(value)));
+  finish(SelectionContents::Kind::kText,
+         decodeText(x11_.atoms().textTypeName(type), std::move(value)));
 }
 
 void SelectionReader::onTargets(const std::string& value) {
@@ -166,10 +163,10 @@ void SelectionReader::onTargets(const std::string& value) {
   const auto offers = [&](xcb_atom_t target) {
     return std::find(targets.begin(), targets.end(), target) != targets.end();
   };
-  if (offers(x11_.atoms().passwordHint)) return finish(SelectionContents::Kind::kSecret);
-  textsToTry_ = textTargets(x11_.atoms());
-  std::erase_if(textsToTry_, [&](xcb_atom_t target) { return !offers(target); });
-  std::reverse(textsToTry_.begin(), textsToTry_.end());
+  if (offers(x11_.atoms().secretHint)) return finish(SelectionContents::Kind::kSecret);
+  const auto& types = x11_.atoms().textTypes;
+  textsToTry_.clear();
+  std::copy_if(types.rbegin(), types.rend(), std::back_inserter(textsToTry_), offers);
   convertNextText();
 }
 
@@ -177,27 +174,19 @@ void SelectionReader::finish(SelectionContents::Kind kind, std::string text) {
   const bool answered = kind != SelectionContents::Kind::kUnanswered && !incremental_;
   step_ = Step::kIdle;
   value_ = {};
-  if (answered) {
-    xcb_destroy_window(x11_.xcb(), window_);
-  } else {
-    retire(window_);
-  }
+  if (!answered) retireWindow();
+  window_.reset();
   onRead_({kind, std::move(text)});
 }
 
-void SelectionReader::retire(xcb_window_t window) {
-  retired_.push_back({window, Steady::now() + kRetirement});
-  if (retired_.size() <= kMostRetired) return;
-  xcb_destroy_window(x11_.xcb(), retired_.front().window);
-  retired_.pop_front();
+void SelectionReader::retireWindow() {
+  retired_.push_back({std::move(*window_), Steady::now() + kRetirement});
+  if (retired_.size() > kMostRetired) retired_.pop_front();
 }
 
 void SelectionReader::tick() {
   const auto now = Steady::now();
-  while (!retired_.empty() && retired_.front().until <= now) {
-    xcb_destroy_window(x11_.xcb(), retired_.front().window);
-    retired_.pop_front();
-  }
+  while (!retired_.empty() && retired_.front().until <= now) retired_.pop_front();
   if (reading() && deadline_ <= now) finish(SelectionContents::Kind::kUnanswered);
   if (!reading() && retired_.empty()) timer_.stop();
   x11_.flush();

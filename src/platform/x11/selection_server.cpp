@@ -6,14 +6,14 @@
 #include <utility>
 #include <vector>
 
-#include "platform/x11/text_targets.h"
+#include "platform/freedesktop/text_types.h"
+#include "platform/pasteboard.h"
 
 namespace brimlo {
 namespace {
 
 using Steady = std::chrono::steady_clock;
 
-constexpr auto kPatience = std::chrono::seconds(30);
 constexpr std::size_t kMostOutgoing = 256;
 constexpr std::size_t kMostPairs = 64;
 
@@ -30,7 +30,7 @@ SelectionServer::SelectionServer(X11Connection& x11, xcb_atom_t selection,
                                  std::function<void()> onTaken)
     : x11_(x11), selection_(selection), onTaken_(std::move(onTaken)), chunk_(chunkFor(x11.xcb())) {
   timer_.setInterval(std::chrono::seconds(1));
-  QObject::connect(&timer_, &QTimer::timeout, [this] { tick(); });
+  QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { tick(); });
 }
 
 void SelectionServer::serve(std::shared_ptr<const std::string> text, xcb_timestamp_t time) {
@@ -71,7 +71,7 @@ void SelectionServer::onRequest(const xcb_selection_request_event_t& request) {
   if (request.target == x11_.atoms().multiple && request.property != XCB_NONE) {
     return convertMultiple(request);
   }
-  // Clients of before the convention name no property and mean one called like the target.
+  // Obsolete clients name no property; the target's name is used then (ICCCM, section 2.2).
   const xcb_atom_t property = request.property != XCB_NONE ? request.property : request.target;
   const Answer answer = convert(request.requestor, request.target, property);
   notify(request, answer == Answer::kRefused ? static_cast<xcb_atom_t>(XCB_NONE) : property);
@@ -86,14 +86,15 @@ SelectionServer::Answer SelectionServer::convert(xcb_window_t requestor, xcb_ato
                         static_cast<std::uint32_t>(count), data);
   };
   if (target == atoms.targets) {
-    std::vector<xcb_atom_t> targets = offeredTextTargets(atoms);
+    std::vector<xcb_atom_t> targets = atoms.offeredTextTypes();
     targets.insert(targets.begin(), {atoms.targets, atoms.timestamp, atoms.multiple});
     targets.push_back(atoms.saveTargets);
     put(XCB_ATOM_ATOM, 32, targets.size(), targets.data());
     return Answer::kFacts;
   }
   if (target == atoms.saveTargets) {
-    // It asks for nothing, but that the target is known: this program is glad to be relieved.
+    // As a target of an owner it transfers nothing: it says that the owner wants its contents
+    // saved.
     put(atoms.null, 32, 0, nullptr);
     return Answer::kFacts;
   }
@@ -101,14 +102,15 @@ SelectionServer::Answer SelectionServer::convert(xcb_window_t requestor, xcb_ato
     put(XCB_ATOM_INTEGER, 32, 1, &ownedSince_);
     return Answer::kFacts;
   }
-  auto encoded = encodeText(atoms, target, text_);
+  auto encoded = encodeText(atoms.textTypeName(target), text_);
   if (!encoded) return Answer::kRefused;
+  const xcb_atom_t type = atoms.textType(encoded->type);
   if (encoded->bytes->size() <= chunk_) {
-    put(encoded->type, 8, encoded->bytes->size(), encoded->bytes->data());
+    put(type, 8, encoded->bytes->size(), encoded->bytes->data());
     return Answer::kText;
   }
   if (outgoing_.size() >= kMostOutgoing) return Answer::kRefused;
-  beginIncremental(requestor, property, encoded->type, std::move(encoded->bytes));
+  beginIncremental(requestor, property, type, std::move(encoded->bytes));
   return Answer::kTextToCome;
 }
 
@@ -151,7 +153,7 @@ void SelectionServer::notify(const xcb_selection_request_event_t& request, xcb_a
 
 void SelectionServer::beginIncremental(xcb_window_t requestor, xcb_atom_t property, xcb_atom_t type,
                                        std::shared_ptr<const std::string> bytes) {
-  // An earlier transfer into the same property was given up by whoever asks again.
+  // A requestor that asks again has given up its earlier transfer into the same property.
   outgoing_.remove_if([&](const Outgoing& outgoing) {
     return outgoing.requestor == requestor && outgoing.property == property;
   });
@@ -160,7 +162,8 @@ void SelectionServer::beginIncremental(xcb_window_t requestor, xcb_atom_t proper
   const auto size = static_cast<std::uint32_t>(std::min<std::size_t>(bytes->size(), UINT32_MAX));
   xcb_change_property(x11_.xcb(), XCB_PROP_MODE_REPLACE, requestor, property, x11_.atoms().incr, 32,
                       1, &size);
-  outgoing_.push_back({requestor, property, type, std::move(bytes), 0, Steady::now() + kPatience});
+  outgoing_.push_back(
+      {requestor, property, type, std::move(bytes), 0, Steady::now() + kTransferPatience});
   timer_.start();
 }
 
@@ -170,9 +173,9 @@ void SelectionServer::sendNext(std::list<Outgoing>::iterator outgoing) {
                       outgoing->type, 8, static_cast<std::uint32_t>(size),
                       outgoing->bytes->data() + outgoing->sent);
   outgoing->sent += size;
-  outgoing->deadline = Steady::now() + kPatience;
+  outgoing->deadline = Steady::now() + kTransferPatience;
   if (size > 0) return;
-  drop(outgoing);  // the empty piece was the end mark
+  drop(outgoing);  // the empty piece marks the end
   onTaken_();
 }
 

@@ -14,22 +14,22 @@
 
 namespace brimlo {
 
-/// Gives a text to whoever asks a selection for it while this program owns that selection: at once
-/// where it is small, piece by piece as the requestor takes it where it is not (ICCCM, section
-/// 2.7.2). A requestor that stops taking is given up. Main thread.
+/// Answers requests for a selection that this program owns with a text: a small one at once, a
+/// large one incrementally, piece by piece as the requestor takes it (ICCCM, section 2.7.2). A
+/// transfer whose requestor takes nothing for `kTransferPatience` is given up. Main thread.
 class SelectionServer {
  public:
-  /// `onTaken`: called whenever a requestor has been given the text; when it was given piece by
-  /// piece, once the last piece was taken.
+  /// `onTaken`: called whenever a requestor has been given the text; in an incremental transfer,
+  /// once it has taken the last piece.
   SelectionServer(X11Connection& x11, xcb_atom_t selection, std::function<void()> onTaken);
 
-  /// From now on answers with `text`, owned since the server's `time`.
+  /// From now on answers with `text`, owned since the server's `time`; refuses where it is null.
   void serve(std::shared_ptr<const std::string> text, xcb_timestamp_t time);
 
-  /// Whether a text is being given piece by piece.
+  /// Whether an incremental transfer is under way.
   bool busy() const { return !outgoing_.empty(); }
 
-  /// From now on refuses. What is under way is finished.
+  /// From now on refuses. Transfers under way go on.
   void stop() { text_.reset(); }
 
   void handle(const xcb_generic_event_t& event);
@@ -58,11 +58,11 @@ class SelectionServer {
   X11Connection& x11_;
   const xcb_atom_t selection_;
   const std::function<void()> onTaken_;
-  const std::size_t chunk_;                  // the most that is put into a property at once, bytes
+  const std::size_t chunk_;                  // the most bytes put into a property at once
   std::shared_ptr<const std::string> text_;  // null: not the owner
   xcb_timestamp_t ownedSince_ = 0;
   std::list<Outgoing> outgoing_;
-  QTimer timer_;  // runs while something is outgoing
+  QTimer timer_;  // runs while there is a transfer
 };
 
 }  // namespace brimlo

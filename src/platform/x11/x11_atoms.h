@@ -2,30 +2,31 @@
 
 #include <xcb/xcb.h>
 
+#include <array>
+#include <string_view>
+#include <vector>
+
+#include "platform/freedesktop/text_types.h"
+
 namespace brimlo {
 
-/// The atoms of the selection protocol (ICCCM, section 2) and of the conventions around it.
+/// Every atom that the program uses.
 struct X11Atoms {
+  // Selections (ICCCM, section 2), and the clipboard manager convention.
   xcb_atom_t clipboard;
   xcb_atom_t targets;
   xcb_atom_t timestamp;
   xcb_atom_t multiple;
   xcb_atom_t atomPair;
   xcb_atom_t incr;
-  xcb_atom_t utf8String;
-  xcb_atom_t text;
-  xcb_atom_t compoundText;
-  xcb_atom_t plainUtf8;
-  xcb_atom_t plainUtf8Upper;
-  xcb_atom_t plain;
-  xcb_atom_t passwordHint;  ///< offered with contents that are secret
-  xcb_atom_t transfer;      ///< the property that other clients put contents in
+  xcb_atom_t null;
   xcb_atom_t clipboardManager;
-  xcb_atom_t saveTargets;  ///< what the clipboard manager is asked to do
-  xcb_atom_t null;         ///< the type of nothing
-  xcb_atom_t stamp;        ///< the property changed to learn the server's time
+  xcb_atom_t saveTargets;
+  xcb_atom_t secretHint;
+  xcb_atom_t transfer;  ///< the property that this program has selections converted into
+  xcb_atom_t stamp;     ///< the property that is changed to learn the server's time
 
-  // Extended Window Manager Hints, and what belongs to them.
+  // Window managers (EWMH; WM_STATE is ICCCM, section 4.1.3.1).
   xcb_atom_t activeWindow;
   xcb_atom_t currentDesktop;
   xcb_atom_t supportingWmCheck;
@@ -33,12 +34,26 @@ struct X11Atoms {
   xcb_atom_t wmPid;
   xcb_atom_t wmState;
 
-  // Startup notification: the first piece of a message, and the others.
+  // Startup notification: the types of a message's first piece and of its others.
   xcb_atom_t startupInfoBegin;
   xcb_atom_t startupInfo;
 
-  /// Asks the server for all of them, in one exchange; waits for it.
-  static X11Atoms intern(xcb_connection_t* xcb);
+  // The other managers of the screen.
+  xcb_atom_t compositingManager;  ///< the selection that a compositing manager owns
+  xcb_atom_t settingsManager;     ///< the selection that the XSETTINGS manager owns
+  xcb_atom_t settings;            ///< the property of the manager's window that has the settings
+
+  std::array<xcb_atom_t, kTextTypes.size()> textTypes;  ///< in the order of `kTextTypes`
+
+  /// The atom of a type in `kTextTypes`.
+  xcb_atom_t textType(std::string_view name) const;
+  /// The type in `kTextTypes` that `atom` stands for; empty when there is none.
+  std::string_view textTypeName(xcb_atom_t atom) const;
+  /// The atoms of `kOfferedTextTypes`.
+  std::vector<xcb_atom_t> offeredTextTypes() const;
+
+  /// Asks the server for all of them at once, and waits for it.
+  static X11Atoms intern(xcb_connection_t* xcb, int screen);
 };
 
 }  // namespace brimlo

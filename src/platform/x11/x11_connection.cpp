@@ -8,6 +8,7 @@
 #include <QSocketNotifier>
 #include <QTimer>
 #include <chrono>
+#include <cstdlib>
 #include <utility>
 
 namespace brimlo {
@@ -38,7 +39,10 @@ X11Connection::OpenResult X11Connection::open() {
 }
 
 X11Connection::X11Connection(xcb_connection_t* xcb, int screen)
-    : xcb_(xcb), screen_(screen), root_(rootOf(xcb, screen)), atoms_(X11Atoms::intern(xcb)) {}
+    : xcb_(xcb),
+      screen_(screen),
+      root_(rootOf(xcb, screen)),
+      atoms_(X11Atoms::intern(xcb, screen)) {}
 
 X11Connection::~X11Connection() = default;
 
@@ -80,17 +84,19 @@ std::uint8_t X11Connection::check(xcb_void_cookie_t cookie) {
   return error ? error->error_code : 0;
 }
 
-void X11Connection::addEventHandler(std::function<void(const xcb_generic_event_t&)> onEvent) {
-  onEvent_.push_back(std::move(onEvent));
+Subscription X11Connection::addEventHandler(
+    std::function<void(const xcb_generic_event_t&)> onEvent) {
+  return eventHandlers_.add(std::move(onEvent));
 }
 
-void X11Connection::setLostHandler(std::function<void()> onLost) {
-  onLost_ = std::move(onLost);
+Subscription X11Connection::addLostHandler(std::function<void()> onLost) {
+  return lostHandlers_.add(std::move(onLost));
 }
 
 void X11Connection::flush() {
   xcb_flush(xcb());
-  // While it waits to write, the library reads, and what it has read no longer wakes the loop.
+  // While the library waits to write, it reads too, and events that it has read do not wake the
+  // run loop.
   processSoon();
 }
 
@@ -99,7 +105,7 @@ void X11Connection::processSoon() {
 }
 
 void X11Connection::process() {
-  // A client that sends without end gets its turns, not the thread.
+  // A client that sends without end must not keep the thread to itself.
   constexpr auto kTurn = std::chrono::milliseconds(5);
   const auto begin = std::chrono::steady_clock::now();
   for (bool progress = true; progress;) {
@@ -118,18 +124,18 @@ void X11Connection::process() {
   if (xcb_connection_has_error(xcb()) && readable_) {
     readable_->setEnabled(false);
     readable_.release()->deleteLater();
-    if (onLost_) onLost_();
+    lostHandlers_.notify();
   }
 }
 
 void X11Connection::dispatch(const xcb_generic_event_t& event) {
-  // Replies to requests that the server had carried out before the event go first.
+  // Replies to requests that the server carried out before the event go first.
   while (!pending_.empty() &&
          static_cast<std::int32_t>(event.full_sequence - pending_.front().sequence) >= 0 &&
          deliverReply()) {
   }
   if (event.response_type == 0) return;
-  for (const auto& onEvent : onEvent_) onEvent(event);
+  eventHandlers_.notify(event);
 }
 
 bool X11Connection::deliverReply() {

@@ -3,38 +3,31 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
-#include <cstdlib>
 #include <deque>
 #include <functional>
 #include <memory>
 #include <string>
 #include <utility>
-#include <vector>
 
+#include "base/observer_list.h"
 #include "platform/x11/x11_atoms.h"
+#include "platform/x11/xcb_ptr.h"
 
 class QSocketNotifier;
 
 namespace brimlo {
 
-struct FreeXcb {
-  void operator()(void* memory) const { std::free(memory); }
-};
-template <typename T>
-using XcbPtr = std::unique_ptr<T, FreeXcb>;
-
-/// A connection to the X server, served by the main run loop. After opening, nothing here waits
-/// for the server: replies are handed to continuations, in order among the events. Main thread.
+/// A connection to the X server, served by the main run loop. Main thread.
 class X11Connection {
  public:
   struct OpenResult {
     std::unique_ptr<X11Connection> connection;  ///< null on failure
     std::string fault;                          ///< then, what is wrong
   };
-  /// Connects to the display that the environment names, and waits for the server's first answers.
+  /// Connects to the display that the environment names, and waits for the server's answers.
   static OpenResult open();
 
-  /// Begins to be served by the main run loop; needs the running `QCoreApplication`. Called once.
+  /// Has the main run loop serve it from now on. Needs the running `QCoreApplication`; called once.
   void serve();
 
   ~X11Connection();
@@ -43,23 +36,22 @@ class X11Connection {
   xcb_window_t root() const { return root_; }
   int screen() const { return screen_; }
   const X11Atoms& atoms() const { return atoms_; }
-  /// The number of the first event of the XFIXES extension.
+  /// The code of the first event of the XFIXES extension.
   std::uint8_t xfixesFirstEvent() const { return xfixesFirstEvent_; }
-  /// Likewise of XKB; 0 on a server without it.
+  /// The code of the first event of the XKB extension; 0 on a server without it.
   std::uint8_t xkbFirstEvent() const { return xkbFirstEvent_; }
-  /// The number of the X Input extension, version 2.2; 0 on a server without it.
+  /// The major opcode of the X Input extension; 0 on a server without its version 2.2.
   std::uint8_t xinputOpcode() const { return xinputOpcode_; }
 
-  /// Adds one that receives every event, for the connection's life. Errors of requests without a
-  /// reply are dropped: they come of windows of other clients that went away, which their owners
-  /// learn by other events.
-  void addEventHandler(std::function<void(const xcb_generic_event_t&)> onEvent);
+  /// Calls `onEvent` with every event. Errors of requests that have no reply are dropped: they
+  /// come from windows of other clients that were destroyed, which other events report too.
+  Subscription addEventHandler(std::function<void(const xcb_generic_event_t&)> onEvent);
 
-  /// Called once, from the run loop, when the server is gone.
-  void setLostHandler(std::function<void()> onLost);
+  /// Calls `onLost` once, from the run loop, when the connection is broken.
+  Subscription addLostHandler(std::function<void()> onLost);
 
-  /// Calls `then` with the reply to the request of `sequence`, or null when the request failed.
-  /// Requests must be registered in the order they were made.
+  /// Calls `then`, from the run loop, with the reply to the request of `sequence`, or null when the
+  /// request failed; in order among the events. To be called in the order of the requests.
   template <typename Reply>
   void whenReplied(unsigned sequence, std::function<void(const Reply*)> then) {
     pending_.push_back({sequence, [then = std::move(then)](const void* reply) {
@@ -67,9 +59,8 @@ class X11Connection {
                         }});
   }
 
-  /// Waits for the reply to a request made just now, which the server alone gives; null when the
-  /// request failed. For what has to be known at once; events that come meanwhile are dealt with
-  /// later.
+  /// Waits for the reply to a request made just now; null when the request failed. Only for
+  /// requests that the server answers by itself. Events that come meanwhile are handled later.
   template <typename Reply, typename Cookie>
   XcbPtr<Reply> waitFor(Reply* (*reply)(xcb_connection_t*, Cookie, xcb_generic_error_t**),
                         Cookie cookie) {
@@ -83,7 +74,7 @@ class X11Connection {
   /// Waits for the outcome of a checked request made just now: 0, or the X error's code.
   std::uint8_t check(xcb_void_cookie_t cookie);
 
-  /// Sends what was requested. To be called after requests made outside the event handler.
+  /// Sends the requests made so far. Needed after requests made outside an event handler.
   void flush();
 
  private:
@@ -110,8 +101,8 @@ class X11Connection {
   std::uint8_t xkbFirstEvent_ = 0;
   std::uint8_t xinputOpcode_ = 0;
   std::deque<PendingReply> pending_;
-  std::vector<std::function<void(const xcb_generic_event_t&)>> onEvent_;
-  std::function<void()> onLost_;
+  ObserverList<const xcb_generic_event_t&> eventHandlers_;
+  ObserverList<> lostHandlers_;
   std::unique_ptr<QSocketNotifier> readable_;
 };
 

@@ -179,9 +179,10 @@ bool X11EventMonitors::pointerOverOwnWindow() {
 
 void X11EventMonitors::watchButtons() {
   if (globalMouseDownMonitors_.empty()) {
-    rawInput_.setOnButtonPress(nullptr);
+    buttonPresses_.reset();
   } else {
-    rawInput_.setOnButtonPress([this](std::uint32_t button) { onButtonPress(button); });
+    buttonPresses_ =
+        rawInput_.addButtonPressHandler([this](std::uint32_t button) { onButtonPress(button); });
   }
 }
 

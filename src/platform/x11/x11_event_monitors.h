@@ -53,6 +53,7 @@ class X11EventMonitors : public EventMonitors, private QAbstractNativeEventFilte
   std::set<KeyDownMonitor*> keyDownMonitors_;
   std::set<GlobalMouseDownMonitor*> globalMouseDownMonitors_;
   std::set<LocalMouseDownMonitor*> localMouseDownMonitors_;
+  Subscription buttonPresses_;
 };
 
 }  // namespace brimlo

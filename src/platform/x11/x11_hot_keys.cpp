@@ -61,13 +61,13 @@ class X11HotKeys::Grab : public EventHotKey {
 X11HotKeys::X11HotKeys(X11Connection& x11, X11Keyboard& keyboard, X11RawInput& rawInput,
                        SystemLog& log)
     : x11_(x11), keyboard_(keyboard), rawInput_(rawInput), log_(log) {
-  x11_.addEventHandler([this](const xcb_generic_event_t& event) {
+  events_ = x11_.addEventHandler([this](const xcb_generic_event_t& event) {
     const std::uint8_t type = event.response_type & 0x7F;
     const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
     if (type == XCB_KEY_PRESS) onPress(key);
     if (type == XCB_KEY_RELEASE && key.detail == held_) forgetHeldKey();
   });
-  keyboard_.addChangeHandler([this] { regrab(); });
+  layoutChanges_ = keyboard_.addChangeHandler([this] { regrab(); });
   if (!keyboard_.isReadable()) return;
   // Otherwise every repeat comes with a release that never was.
   constexpr std::uint32_t kFlag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
@@ -181,14 +181,14 @@ void X11HotKeys::onPress(const xcb_key_press_event_t& press) {
 void X11HotKeys::watchForRelease(xcb_keycode_t key) {
   if (!rawInput_.isAvailable()) return;
   held_ = key;
-  rawInput_.setOnKeyRelease([this, key](xcb_keycode_t released) {
+  keyReleases_ = rawInput_.addKeyReleaseHandler([this, key](xcb_keycode_t released) {
     if (released == key) forgetHeldKey();
   });
 }
 
 void X11HotKeys::forgetHeldKey() {
   held_ = 0;
-  rawInput_.setOnKeyRelease(nullptr);
+  keyReleases_.reset();
 }
 
 }  // namespace brimlo

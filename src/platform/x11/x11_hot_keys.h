@@ -56,6 +56,9 @@ class X11HotKeys : public HotKeys {
   std::set<InstalledHandler*> handlers_;
   std::set<Grab*> grabs_;
   xcb_keycode_t held_ = 0;  // pressed and not let go yet; its repeats are no presses
+  Subscription keyReleases_;
+  Subscription events_;
+  Subscription layoutChanges_;
 };
 
 }  // namespace brimlo

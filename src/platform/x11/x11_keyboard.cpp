@@ -11,7 +11,7 @@
 namespace brimlo {
 namespace {
 
-constexpr std::uint16_t kGroupBits = 0x6000;  // of the state of a core event
+constexpr std::uint16_t kGroupBits = 0x6000;  // in the state of a core event
 constexpr int kGroupShift = 13;
 
 }  // namespace
@@ -21,9 +21,8 @@ X11Keyboard::X11Keyboard(X11Connection& x11)
       context_(xkb_context_new(XKB_CONTEXT_NO_FLAGS)),
       changed_(std::make_unique<QTimer>()) {
   changed_->setSingleShot(true);
-  QObject::connect(changed_.get(), &QTimer::timeout, changed_.get(), [this] {
-    for (const auto& onChange : onChange_) onChange();
-  });
+  QObject::connect(changed_.get(), &QTimer::timeout, changed_.get(),
+                   [this] { changeHandlers_.notify(); });
   if (!isReadable()) return;
   constexpr std::uint16_t kEvents = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY |
                                     XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_STATE_NOTIFY;
@@ -35,7 +34,7 @@ X11Keyboard::X11Keyboard(X11Connection& x11)
   details.stateDetails = details.affectState;
   xcb_xkb_select_events_aux(x11_.xcb(), XCB_XKB_ID_USE_CORE_KBD, kEvents, 0, 0, kEveryPart,
                             kEveryPart, &details);
-  x11_.addEventHandler([this](const xcb_generic_event_t& event) { handle(event); });
+  events_ = x11_.addEventHandler([this](const xcb_generic_event_t& event) { handle(event); });
   x11_.flush();
 }
 
@@ -109,14 +108,14 @@ X11Keyboard::Stroke X11Keyboard::lookUp(xcb_keycode_t key, std::uint16_t state,
   return stroke;
 }
 
-void X11Keyboard::addChangeHandler(std::function<void()> onChange) {
-  onChange_.push_back(std::move(onChange));
+Subscription X11Keyboard::addChangeHandler(std::function<void()> onChange) {
+  return changeHandlers_.add(std::move(onChange));
 }
 
 void X11Keyboard::handle(const xcb_generic_event_t& event) {
   const std::uint8_t type = event.response_type & 0x7F;
   if (type != x11_.xkbFirstEvent() && type != XCB_MAPPING_NOTIFY) return;
-  const std::uint8_t kind = event.pad0;  // where all events of the extension have it
+  const std::uint8_t kind = event.pad0;  // every event of the extension has its kind there
   if (type == x11_.xkbFirstEvent() && kind == XCB_XKB_STATE_NOTIFY) {
     const auto& change = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
     if (group_ == change.group) return;

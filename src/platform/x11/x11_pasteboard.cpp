@@ -1,42 +1,35 @@
 #include "platform/x11/x11_pasteboard.h"
 
-#include <xcb/xfixes.h>
-
 #include <QCoreApplication>
 #include <chrono>
 #include <utility>
 #include <vector>
 
-#include "platform/x11/text_targets.h"
+#include "platform/x11/selection_owner.h"
 
 namespace brimlo {
 namespace {
 
-// How long the application that was told to paste may take to ask for the text.
+// How long an application that was told to paste may take to ask for the text.
 constexpr auto kTakingPatience = std::chrono::milliseconds(500);
 
 }  // namespace
 
-X11Pasteboard::X11Pasteboard(X11Connection& x11, SystemLog& log)
+X11Pasteboard::X11Pasteboard(X11Connection& x11, X11Time& time, SystemLog& log)
     : x11_(x11),
+      time_(time),
       log_(log),
       reader_(x11, [this](SelectionContents contents) { onRead(std::move(contents)); }),
       server_(x11, x11.atoms().clipboard, [this] { taken(); }),
       primary_(x11, XCB_ATOM_PRIMARY, [this] { taken(); }),
-      window_(xcb_generate_id(x11.xcb())) {
+      window_(x11, XCB_EVENT_MASK_NO_EVENT) {
   takingTimer_.setSingleShot(true);
   takingTimer_.setInterval(kTakingPatience);
-  QObject::connect(&takingTimer_, &QTimer::timeout, [this] { checkTaking(); });
-  x11_.addEventHandler([this](const xcb_generic_event_t& event) { handle(event); });
-  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-  xcb_create_window(x11_.xcb(), XCB_COPY_FROM_PARENT, window_, x11_.root(), 0, 0, 1, 1, 0,
-                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
-  xcb_xfixes_select_selection_input(x11_.xcb(), window_, x11_.atoms().clipboard,
-                                    XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                        XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-  // Whatever is there now belongs to the first count. It is read all the same: it must outlive
-  // its owner too.
+  QObject::connect(&takingTimer_, &QTimer::timeout, &takingTimer_, [this] { checkTaking(); });
+  ownerChanges_ = watchSelectionOwner(x11_, x11_.atoms().clipboard,
+                                      [this](const auto& change) { onOwnerChange(change); });
+  events_ = x11_.addEventHandler([this](const xcb_generic_event_t& event) { handle(event); });
+  // What is there now belongs to the first count. It is read at once, to outlive its owner too.
   const auto cookie = xcb_get_selection_owner(x11_.xcb(), x11_.atoms().clipboard);
   x11_.whenReplied<xcb_get_selection_owner_reply_t>(
       cookie.sequence, [this](const xcb_get_selection_owner_reply_t* reply) {
@@ -67,17 +60,7 @@ void X11Pasteboard::setString(std::string text) {
 }
 
 void X11Pasteboard::handle(const xcb_generic_event_t& event) {
-  const std::uint8_t type = event.response_type & 0x7F;
-  if (type == x11_.xfixesFirstEvent() + XCB_XFIXES_SELECTION_NOTIFY) {
-    const auto& change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
-    if (change.selection == x11_.atoms().clipboard) onOwnerChange(change);
-    return;
-  }
-  if (type == XCB_PROPERTY_NOTIFY) {
-    const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-    if (change.window == window_ && change.atom == x11_.atoms().stamp) onTime(change.time);
-  }
-  if (type == XCB_SELECTION_NOTIFY) {
+  if ((event.response_type & 0x7F) == XCB_SELECTION_NOTIFY) {
     const auto& answer = reinterpret_cast<const xcb_selection_notify_event_t&>(event);
     if (answer.selection == x11_.atoms().clipboardManager) handedOver_ = true;
   }
@@ -87,8 +70,8 @@ void X11Pasteboard::handle(const xcb_generic_event_t& event) {
 }
 
 void X11Pasteboard::onOwnerChange(const xcb_xfixes_selection_notify_event_t& change) {
-  if (change.owner == window_) {
-    // The claim was accepted. What other clients made of the selection before that is over.
+  if (change.owner == window_.id()) {
+    // The server has accepted the claim. Earlier contents are no longer of interest.
     reader_.abandon();
     server_.serve(offered_, change.selection_timestamp);
     if (text_ != offered_ && !claim_) becomeCurrent(offered_);
@@ -127,7 +110,7 @@ void X11Pasteboard::onRead(SelectionContents contents) {
   } else {
     becomeCurrent(std::move(text));
   }
-  // A claim as of that time gives way to any client that has copied since.
+  // Claimed as of that time, so that a client that has copied since wins.
   if (ownerGoneAt_ && text_) own(text_, *ownerGoneAt_);
 }
 
@@ -139,31 +122,19 @@ void X11Pasteboard::becomeCurrent(Text text) {
 }
 
 void X11Pasteboard::claim(Text text) {
+  const bool timeAsked = claim_.has_value();
   claim_ = std::move(text);
-  askTime();
+  if (timeAsked) return;
+  time_.now(anchor_.guard(
+      [this](xcb_timestamp_t time) { own(*std::exchange(claim_, std::nullopt), time); }));
 }
 
 void X11Pasteboard::offerAsPrimary(std::function<void()> then) {
-  primaryClaims_.push_back(std::move(then));
-  askTime();
-}
-
-void X11Pasteboard::askTime() {
-  if (std::exchange(timeAsked_, true)) return;
-  // Appending nothing to a property brings an event with the server's time.
-  xcb_change_property(x11_.xcb(), XCB_PROP_MODE_APPEND, window_, x11_.atoms().stamp,
-                      XCB_ATOM_INTEGER, 32, 0, nullptr);
-  x11_.flush();
-}
-
-void X11Pasteboard::onTime(xcb_timestamp_t time) {
-  timeAsked_ = false;
-  if (claim_) own(*std::exchange(claim_, std::nullopt), time);
-  for (const auto& then : std::exchange(primaryClaims_, {})) {
-    xcb_set_selection_owner(x11_.xcb(), window_, XCB_ATOM_PRIMARY, time);
+  time_.now(anchor_.guard([this, then = std::move(then)](xcb_timestamp_t time) {
+    xcb_set_selection_owner(x11_.xcb(), window_.id(), XCB_ATOM_PRIMARY, time);
     primary_.serve(text_, time);
     then();
-  }
+  }));
 }
 
 void X11Pasteboard::whenTaken(std::function<void()> then) {
@@ -177,7 +148,7 @@ void X11Pasteboard::taken() {
 }
 
 void X11Pasteboard::checkTaking() {
-  // A large text that has been asked for is waited for as long as the requestor goes on taking.
+  // While a requestor is taking a large text piece by piece, the wait goes on.
   if (server_.busy() || primary_.busy()) {
     takingTimer_.start();
   } else {
@@ -187,16 +158,11 @@ void X11Pasteboard::checkTaking() {
 
 void X11Pasteboard::handOver(std::chrono::milliseconds patience) {
   const X11Atoms& atoms = x11_.atoms();
-  const auto owner = [&](xcb_atom_t selection) {
-    const auto reply = x11_.waitFor<xcb_get_selection_owner_reply_t>(
-        xcb_get_selection_owner_reply, xcb_get_selection_owner(x11_.xcb(), selection));
-    return reply ? reply->owner : static_cast<xcb_window_t>(XCB_NONE);
-  };
-  if (owner(atoms.clipboardManager) == XCB_NONE) return;
+  if (selectionOwner(x11_, atoms.clipboardManager) == XCB_NONE) return;
   QTimer end;
   end.setSingleShot(true);
   end.start(patience);
-  // The run loop has ended, so it is turned by hand.
+  // The run loop has ended: events are processed here.
   const auto turnUntil = [&](const auto& holds) {
     while (!holds() && end.isActive()) {
       QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
@@ -205,12 +171,13 @@ void X11Pasteboard::handOver(std::chrono::milliseconds patience) {
     return holds();
   };
   turnUntil([&] { return !claim_; });
-  if (owner(atoms.clipboard) != window_) return;
+  if (selectionOwner(x11_, atoms.clipboard) != window_.id()) return;
 
-  const std::vector<xcb_atom_t> targets = offeredTextTargets(atoms);
-  xcb_change_property(x11_.xcb(), XCB_PROP_MODE_REPLACE, window_, atoms.saveTargets, XCB_ATOM_ATOM,
-                      32, static_cast<std::uint32_t>(targets.size()), targets.data());
-  xcb_convert_selection(x11_.xcb(), window_, atoms.clipboardManager, atoms.saveTargets,
+  const std::vector<xcb_atom_t> targets = atoms.offeredTextTypes();
+  xcb_change_property(x11_.xcb(), XCB_PROP_MODE_REPLACE, window_.id(), atoms.saveTargets,
+                      XCB_ATOM_ATOM, 32, static_cast<std::uint32_t>(targets.size()),
+                      targets.data());
+  xcb_convert_selection(x11_.xcb(), window_.id(), atoms.clipboardManager, atoms.saveTargets,
                         atoms.saveTargets, XCB_CURRENT_TIME);
   x11_.flush();
   handedOver_ = false;
@@ -221,7 +188,7 @@ void X11Pasteboard::handOver(std::chrono::milliseconds patience) {
 
 void X11Pasteboard::own(Text text, xcb_timestamp_t time) {
   offered_ = std::move(text);
-  xcb_set_selection_owner(x11_.xcb(), offered_ ? window_ : static_cast<xcb_window_t>(XCB_NONE),
+  xcb_set_selection_owner(x11_.xcb(), offered_ ? window_.id() : static_cast<xcb_window_t>(XCB_NONE),
                           x11_.atoms().clipboard, time);
   if (offered_) {
     server_.serve(offered_, time);

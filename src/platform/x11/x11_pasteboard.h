@@ -10,25 +10,29 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
+#include "base/published.h"
+#include "base/weak_anchor.h"
 #include "platform/pasteboard.h"
 #include "platform/system_log.h"
+#include "platform/x11/input_only_window.h"
 #include "platform/x11/selection_reader.h"
 #include "platform/x11/selection_server.h"
 #include "platform/x11/x11_connection.h"
+#include "platform/x11/x11_time.h"
 
 namespace brimlo {
 
 /// The CLIPBOARD selection as a pasteboard.
 ///
-/// The server tells of every new owner, and of every owner that went away. New contents are read
-/// at once in the background, and become current when that is done. When the owner of the current
-/// text goes away without having given the selection up, the text is offered by this program.
+/// The server reports every new owner, and every owner that goes away. New contents are read at
+/// once in the background, and become current when that is done. When the owner of the current
+/// text goes away without having given the selection up, this program takes the selection and
+/// offers the text.
 class X11Pasteboard : public Pasteboard {
  public:
-  /// Takes over the events of `x11`.
-  X11Pasteboard(X11Connection& x11, SystemLog& log);
+  /// All of it outlives the object.
+  X11Pasteboard(X11Connection& x11, X11Time& time, SystemLog& log);
 
   std::int64_t changeCount() const override { return changeCount_; }
   std::optional<std::string> string() const override;
@@ -36,15 +40,14 @@ class X11Pasteboard : public Pasteboard {
   void setString(std::string text) override;
   void whenTaken(std::function<void()> then) override;
 
-  /// Takes the PRIMARY selection too, with the current text, for the applications that paste that;
-  /// then calls `then`. Requests made from within it are carried out after the taking.
+  /// Takes the PRIMARY selection too, with the current text, for the applications that paste from
+  /// it; then calls `then`. The server carries out requests made in `then` after that.
   void offerAsPrimary(std::function<void()> then);
 
   /// Has the desktop's clipboard manager take over the text that this program offers, so that it
-  /// outlives the program (freedesktop.org's clipboard manager convention), and waits for that, as
-  /// long as the transfer goes on and `patience` lasts. Where this program offers nothing, or there
-  /// is no manager, returns at once. To be called after the run loop has
-  /// ended.
+  /// outlives the program (freedesktop.org's clipboard manager convention). Waits until that is
+  /// done, or nothing has been transferred for `patience`. Returns at once where this program
+  /// offers nothing or there is no manager. To be called after the run loop has ended.
   void handOver(std::chrono::milliseconds patience);
 
  private:
@@ -55,18 +58,17 @@ class X11Pasteboard : public Pasteboard {
   void onRead(SelectionContents contents);
   void becomeCurrent(Text text);
   void claim(Text text);
-  void askTime();
-  void onTime(xcb_timestamp_t time);
   void taken();
   void checkTaking();
   void own(Text text, xcb_timestamp_t time);
 
   X11Connection& x11_;
+  X11Time& time_;
   SystemLog& log_;
   SelectionReader reader_;
   SelectionServer server_;
   SelectionServer primary_;
-  xcb_window_t window_;  // the owner of what this program offers
+  InputOnlyWindow window_;  // owns the selections that this program takes
 
   std::int64_t changeCount_ = 0;
   Text text_;  // of the contents that changeCount_ counts
@@ -76,17 +78,19 @@ class X11Pasteboard : public Pasteboard {
   // When the owner of the contents, current or being read, went away.
   std::optional<xcb_timestamp_t> ownerGoneAt_;
 
-  // The selection is claimed as of the server's time, which has to be asked for; until that has
-  // come the text to offer waits here. The inner null means to leave it without an owner.
+  // The selection is claimed as of the server's time, which has to be asked for first; meanwhile
+  // the text to offer is kept here. The inner null means to leave the selection without an owner.
   std::optional<Text> claim_;
-  std::vector<std::function<void()>> primaryClaims_;  // what to do once PRIMARY is taken, too
-  bool timeAsked_ = false;
   Text offered_;                               // what the selection was last claimed for
   std::optional<xcb_timestamp_t> disownedAt_;  // when it was last left without an owner, by us
 
-  bool handedOver_ = false;  // the clipboard manager has taken the text, or says that it does not
+  bool handedOver_ = false;  // the clipboard manager has answered
   std::function<void()> whenTaken_;
   QTimer takingTimer_;  // runs while whenTaken_ waits
+
+  Subscription events_;
+  Subscription ownerChanges_;
+  WeakAnchor anchor_;
 };
 
 }  // namespace brimlo

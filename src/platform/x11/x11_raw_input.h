@@ -5,32 +5,31 @@
 #include <cstdint>
 #include <functional>
 
+#include "base/observer_list.h"
 #include "platform/x11/x11_connection.h"
 
 namespace brimlo {
 
-/// What the person does with keyboard and mouse, as it comes from the devices: whichever window it
-/// is for, and whoever has grabbed them. Main thread.
+/// Raw events of the X Input extension: what the devices report, whichever window it is for and
+/// whichever client has grabbed them. They are asked for only while there is a handler. Main
+/// thread.
 class X11RawInput {
  public:
-  /// `x11` serves it from now on.
   explicit X11RawInput(X11Connection& x11);
 
-  /// Whether the server has such events.
+  /// Whether the server has such events; without them, no handler is ever called.
   bool isAvailable() const { return x11_.xinputOpcode() != 0; }
 
-  /// Has `onButtonPress` called for every press of a mouse button, by its number; null ends that.
-  void setOnButtonPress(std::function<void(std::uint32_t button)> onButtonPress);
-
-  /// Has `onKeyRelease` called for every key that is let go; null ends that.
-  void setOnKeyRelease(std::function<void(xcb_keycode_t key)> onKeyRelease);
+  Subscription addButtonPressHandler(std::function<void(std::uint32_t button)> onButtonPress);
+  Subscription addKeyReleaseHandler(std::function<void(xcb_keycode_t key)> onKeyRelease);
 
  private:
   void select();
 
   X11Connection& x11_;
-  std::function<void(std::uint32_t)> onButtonPress_;
-  std::function<void(xcb_keycode_t)> onKeyRelease_;
+  ObserverList<std::uint32_t> buttonPressHandlers_{[this] { select(); }};
+  ObserverList<xcb_keycode_t> keyReleaseHandlers_{[this] { select(); }};
+  Subscription events_;
 };
 
 }  // namespace brimlo

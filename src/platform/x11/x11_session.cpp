@@ -26,18 +26,19 @@ X11Session::X11Session(std::unique_ptr<X11Connection> x11, int& argc, char** arg
                        UserNotifications& notifications)
     : QtSession("xcb", argc, argv),
       x11_(std::move(x11)),
-      pasteboard_(*x11_, log),
+      time_(*x11_),
+      pasteboard_(*x11_, time_, log),
       keyboard_(*x11_),
       rawInput_(*x11_),
-      workspace_(*x11_),
-      windowServer_(*x11_, workspace_),
+      workspace_(*x11_, time_),
+      windowServer_(*x11_, time_, workspace_),
       eventMonitors_(*x11_, keyboard_, rawInput_),
       hotKeys_(*x11_, keyboard_, rawInput_, log),
       keyEvents_(*x11_, keyboard_, workspace_, pasteboard_, runLoop(), notifications, strings()),
       themeName_(*x11_),
       appearance_(themeName_.value()) {
   x11_->serve();
-  x11_->setLostHandler([this, &log] {
+  lost_ = x11_->addLostHandler([this, &log] {
     log.write("lost the connection to the X server");
     end(End::kServerLost);
   });

@@ -16,6 +16,7 @@
 #include "platform/x11/x11_pasteboard.h"
 #include "platform/x11/x11_raw_input.h"
 #include "platform/x11/x11_theme_name.h"
+#include "platform/x11/x11_time.h"
 #include "platform/x11/x11_window_server.h"
 #include "platform/x11/x11_workspace.h"
 
@@ -54,6 +55,7 @@ class X11Session : public QtSession {
 
   // Each uses only those before it.
   std::unique_ptr<X11Connection> x11_;
+  X11Time time_;
   X11Pasteboard pasteboard_;
   X11Keyboard keyboard_;
   X11RawInput rawInput_;
@@ -65,6 +67,7 @@ class X11Session : public QtSession {
   QtScreens screens_;
   X11ThemeName themeName_;
   DesktopAppearance appearance_;
+  Subscription lost_;
 };
 
 }  // namespace brimlo

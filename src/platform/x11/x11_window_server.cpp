@@ -1,20 +1,15 @@
 #include "platform/x11/x11_window_server.h"
 
-#include <string>
 #include <utility>
 
+#include "platform/x11/selection_owner.h"
 #include "platform/x11/x11_window_id.h"
 
 namespace brimlo {
 
-X11WindowServer::X11WindowServer(X11Connection& x11, X11Workspace& workspace)
-    : x11_(x11), workspace_(workspace), time_(x11), compositingManager_(XCB_ATOM_NONE) {
-  const std::string name = "_NET_WM_CM_S" + std::to_string(x11_.screen());
-  const auto atom = x11_.waitFor(
-      xcb_intern_atom_reply,
-      xcb_intern_atom(x11_.xcb(), 0, static_cast<std::uint16_t>(name.size()), name.data()));
-  if (atom) compositingManager_ = atom->atom;
-  x11_.addEventHandler([this](const xcb_generic_event_t& event) { handle(event); });
+X11WindowServer::X11WindowServer(X11Connection& x11, X11Time& time, X11Workspace& workspace)
+    : x11_(x11), workspace_(workspace), time_(time) {
+  events_ = x11_.addEventHandler([this](const xcb_generic_event_t& event) { handle(event); });
 }
 
 void X11WindowServer::takeKeyboard(xcb_window_t window, std::function<void()> onLost) {
@@ -40,9 +35,7 @@ void X11WindowServer::giveKeyboardBack(xcb_window_t window) {
 }
 
 bool X11WindowServer::isCompositing() {
-  const auto owner = x11_.waitFor(xcb_get_selection_owner_reply,
-                                  xcb_get_selection_owner(x11_.xcb(), compositingManager_));
-  return owner && owner->owner != XCB_NONE;
+  return selectionOwner(x11_, x11_.atoms().compositingManager) != XCB_NONE;
 }
 
 void X11WindowServer::handle(const xcb_generic_event_t& event) {
@@ -76,9 +69,9 @@ void X11WindowServer::handle(const xcb_generic_event_t& event) {
 
 void X11WindowServer::onMapped() {
   state_ = State::kUntilTime;
-  time_.now([this, window = window_](xcb_timestamp_t time) {
+  time_.now(anchor_.guard([this, window = window_](xcb_timestamp_t time) {
     if (state_ == State::kUntilTime && window == window_) takeAt(time);
-  });
+  }));
 }
 
 void X11WindowServer::onUnmapped() {

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <functional>
 
+#include "base/published.h"
+#include "base/weak_anchor.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_time.h"
 #include "platform/x11/x11_workspace.h"
@@ -16,8 +18,8 @@ namespace brimlo {
 /// One window at a time. Main thread.
 class X11WindowServer {
  public:
-  /// Both outlive the object, and `x11` serves it from now on.
-  X11WindowServer(X11Connection& x11, X11Workspace& workspace);
+  /// All of it outlives the object.
+  X11WindowServer(X11Connection& x11, X11Time& time, X11Workspace& workspace);
 
   /// Has the keyboard go to `window`, one of this program's, from when it is on screen on: at once,
   /// whatever a window manager thinks of that. `onLost` is called, from the run loop, once it goes
@@ -54,14 +56,15 @@ class X11WindowServer {
 
   X11Connection& x11_;
   X11Workspace& workspace_;
-  X11Time time_;
-  xcb_atom_t compositingManager_;
+  X11Time& time_;
   State state_ = State::kIdle;
   xcb_window_t window_ = XCB_NONE;
   xcb_window_t before_ = XCB_NONE;  // what had the focus
   std::uint8_t beforeRevertsTo_ = XCB_INPUT_FOCUS_PARENT;
   xcb_timestamp_t takenAt_ = 0;
   std::function<void()> onLost_;
+  Subscription events_;
+  WeakAnchor anchor_;
 };
 
 }  // namespace brimlo

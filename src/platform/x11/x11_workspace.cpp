@@ -8,7 +8,7 @@
 
 namespace brimlo {
 
-X11Workspace::X11Workspace(X11Connection& x11) : x11_(x11), time_(x11) {}
+X11Workspace::X11Workspace(X11Connection& x11, X11Time& time) : x11_(x11), time_(time) {}
 
 std::optional<RunningApplication> X11Workspace::frontmostApplication() {
   if (held_) return *held_;
@@ -35,7 +35,7 @@ Workspace::Activation X11Workspace::activate(const RunningApplication& applicati
   const auto attributes =
       x11_.waitFor(xcb_get_window_attributes_reply, xcb_get_window_attributes(x11_.xcb(), window));
   if (!attributes) return Activation::kGone;
-  time_.now([this, window](xcb_timestamp_t time) { activateAt(window, time); });
+  time_.now(anchor_.guard([this, window](xcb_timestamp_t time) { activateAt(window, time); }));
   return Activation::kAsked;
 }
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "base/weak_anchor.h"
 #include "platform/workspace.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_time.h"
@@ -16,7 +17,8 @@ namespace brimlo {
 /// them (ICCCM and EWMH); where there is none, the window that has the focus.
 class X11Workspace : public Workspace {
  public:
-  explicit X11Workspace(X11Connection& x11);
+  /// Both outlive the object.
+  X11Workspace(X11Connection& x11, X11Time& time);
 
   std::optional<RunningApplication> frontmostApplication() override;
   Activation activate(const RunningApplication& application) override;
@@ -40,8 +42,9 @@ class X11Workspace : public Workspace {
   void askManager(xcb_window_t window, xcb_atom_t what, std::array<std::uint32_t, 2> data);
 
   X11Connection& x11_;
-  X11Time time_;
+  X11Time& time_;
   std::optional<std::optional<RunningApplication>> held_;
+  WeakAnchor anchor_;
 };
 
 }  // namespace brimlo

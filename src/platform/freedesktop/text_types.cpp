@@ -1,10 +1,9 @@
-#include "platform/x11/text_targets.h"
+#include "platform/freedesktop/text_types.h"
 
 #include <unicode/unistr.h>
 
 #include <algorithm>
-#include <limits>
-#include <string_view>
+#include <cstdint>
 
 #include "base/unicode_text.h"
 
@@ -18,9 +17,9 @@ std::string fromCharset(std::string_view bytes, const char* charset) {
   return utf8;
 }
 
-/// COMPOUND_TEXT is ISO 2022 with two additions of its own that the converter does not know:
-/// ESC % G … ESC % @ encloses UTF-8, and ESC % / n m l, where m and l hold the length in seven bits
-/// each, begins a segment that names its charset and ends the name with STX.
+/// COMPOUND_TEXT is ISO 2022 with two additions that the converter does not know: ESC % G … ESC % @
+/// encloses UTF-8, and ESC % / n m l, where m and l hold the length in seven bits each, begins a
+/// segment that names its charset and ends the name with STX.
 std::string fromCompoundText(std::string_view bytes) {
   std::string text;
   while (!bytes.empty()) {
@@ -57,35 +56,26 @@ std::string toLatin1(const std::string& text) {
 
 }  // namespace
 
-std::vector<xcb_atom_t> textTargets(const X11Atoms& atoms) {
-  return {atoms.utf8String, atoms.plainUtf8, atoms.plainUtf8Upper, atoms.compoundText,
-          atoms.text,       atoms.plain,     XCB_ATOM_STRING};
-}
-
-std::string decodeText(const X11Atoms& atoms, xcb_atom_t type, std::string bytes) {
-  if (type == atoms.compoundText) return fromCompoundText(bytes);
-  if (type == XCB_ATOM_STRING) return fromCharset(bytes, "ISO-8859-1");
-  if (type == atoms.plain) {
-    // No charset is named; nearly every program means UTF-8, an old one Latin-1.
+std::string decodeText(std::string_view type, std::string bytes) {
+  if (type == "COMPOUND_TEXT") return fromCompoundText(bytes);
+  if (type == "STRING") return fromCharset(bytes, "ISO-8859-1");
+  if (type == "text/plain") {
+    // No charset is named. Nearly every program means UTF-8; an old one means Latin-1.
     std::string utf8 = toValidUtf8(bytes);
     return utf8 == bytes ? utf8 : fromCharset(bytes, "ISO-8859-1");
   }
   return toValidUtf8(std::move(bytes));
 }
 
-std::vector<xcb_atom_t> offeredTextTargets(const X11Atoms& atoms) {
-  return {atoms.utf8String, atoms.plainUtf8, atoms.plain, atoms.text, XCB_ATOM_STRING};
-}
-
-std::optional<EncodedText> encodeText(const X11Atoms& atoms, xcb_atom_t target,
+std::optional<EncodedText> encodeText(std::string_view type,
                                       const std::shared_ptr<const std::string>& text) {
-  const auto offered = offeredTextTargets(atoms);
-  if (std::find(offered.begin(), offered.end(), target) == offered.end()) return std::nullopt;
-  if (target == XCB_ATOM_STRING && !isAscii(*text)) {
-    return EncodedText{target, std::make_shared<const std::string>(toLatin1(*text))};
+  const auto* offered = std::find(kOfferedTextTypes.begin(), kOfferedTextTypes.end(), type);
+  if (offered == kOfferedTextTypes.end()) return std::nullopt;
+  if (type == "STRING" && !isAscii(*text)) {
+    return EncodedText{*offered, std::make_shared<const std::string>(toLatin1(*text))};
   }
-  // TEXT leaves the encoding to the owner, who names it by the type.
-  return EncodedText{target == atoms.text ? atoms.utf8String : target, text};
+  // For TEXT the owner chooses the encoding and names it by the type.
+  return EncodedText{type == "TEXT" ? "UTF8_STRING" : *offered, text};
 }
 
 }  // namespace brimlo
