@@ -14,7 +14,7 @@
 #include "palette/quick_paste_view.h"
 #include "platform/posix/posix_file_system.h"
 #include "platform/posix/user_locale.h"
-#include "platform/posix/working_set.h"
+#include "platform/posix/release_memory.h"
 #include "platform/posix/xdg_folders.h"
 #include "platform/qt/qt_bundle.h"
 #include "sync/local_templates.h"

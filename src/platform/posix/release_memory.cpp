@@ -1,4 +1,4 @@
-#include "platform/posix/working_set.h"
+#include "platform/posix/release_memory.h"
 
 #include <link.h>
 #include <malloc.h>
@@ -10,7 +10,7 @@
 namespace brimlo {
 namespace {
 
-/// Only segments that are run and never written to: the others hold what the linker has put there.
+/// Drops only segments that are executable and not writable: the others hold relocated data.
 int releaseCode(dl_phdr_info* object, std::size_t, void*) {
   const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
   for (int i = 0; i < object->dlpi_phnum; ++i) {
