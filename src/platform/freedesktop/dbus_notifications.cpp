@@ -16,11 +16,11 @@ void DbusNotifications::deliver(const std::string& title, const std::string& bod
                                                      "org.freedesktop.Notifications", "Notify");
   constexpr uint kNew = 0;
   constexpr int kUsualTime = -1;
-  // The body is markup to the daemon.
+  // The daemon reads the body as markup.
   call << "Brimlo" << kNew << "edit-paste" << QString::fromStdString(title)
        << QString::fromStdString(body).toHtmlEscaped() << QStringList() << QVariantMap()
        << kUsualTime;
-  bus->send(call);  // queued; a daemon that hangs is not waited for
+  bus->send(call);  // does not wait for the daemon
 }
 
 }  // namespace brimlo

@@ -8,7 +8,8 @@
 
 namespace brimlo {
 
-/// Tells of one signal on a bus, for its own life. Main thread.
+/// Calls a function for every arrival of one D-Bus signal, as long as the object exists. Main
+/// thread.
 class DbusSignal : public QObject {
   Q_OBJECT
 

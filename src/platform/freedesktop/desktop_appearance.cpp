@@ -48,7 +48,7 @@ bool DesktopAppearance::eventFilter(QObject*, QEvent* event) {
   return false;
 }
 
-/// `scheme`: a number, in one variant or, as "Read" gives it, in two.
+/// `scheme`: a number in a variant; "Read" wraps that in another variant.
 void DesktopAppearance::take(const QVariant& scheme) {
   QVariant inner = scheme;
   while (inner.canConvert<QDBusVariant>()) inner = inner.value<QDBusVariant>().variant();
@@ -61,7 +61,7 @@ void DesktopAppearance::publish() {
   const bool darkToolkit =
       palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
   const QString theme = QString::fromStdString(themeName_.value());
-  // By custom: "Adwaita-dark", "Greybird-dark", "Arc-Dark".
+  // By convention: "Adwaita-dark", "Greybird-dark", "Arc-Dark".
   const bool darkTheme = theme.contains("dark", Qt::CaseInsensitive);
   const bool dark = scheme_ != kNoPreference ? scheme_ == kPreferDark
                     : theme.isEmpty()        ? darkToolkit

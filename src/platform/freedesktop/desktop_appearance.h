@@ -11,14 +11,14 @@
 
 namespace brimlo {
 
-/// The desktop's appearance, as the settings portal says ("color-scheme" of
-/// "org.freedesktop.appearance"). Where that knows none, the name of the desktop's theme tells, and
-/// where there is no such name, the toolkit's own colours do. Nothing waits for the portal. Main
+/// The desktop's appearance: what the settings portal says ("color-scheme" of
+/// "org.freedesktop.appearance"); without a preference there, what the name of the desktop's theme
+/// suggests; without such a name, what the toolkit's colours are. Never waits for the portal. Main
 /// thread.
 class DesktopAppearance : private QObject {
  public:
-  /// `themeName`: what the desktop calls its theme; outlives it. Needs the running
-  /// `QGuiApplication`.
+  /// `themeName`: the name of the desktop's theme, empty where it is not known; outlives the
+  /// object. Needs the running `QGuiApplication`.
   explicit DesktopAppearance(const Published<std::string>& themeName);
 
   const Published<Appearance>& value() const { return value_; }

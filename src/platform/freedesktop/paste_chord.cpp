@@ -7,7 +7,8 @@
 namespace brimlo {
 namespace {
 
-// Classes in lower case. Whatever is not here pastes with Control+V.
+// By window class (X11) or app id (Wayland), in lower case: many terminals have one of each. All
+// other applications paste with Control+V.
 constexpr std::pair<std::string_view, PasteChord> kTerminals[] = {
     {"alacritty", PasteChord::kControlShiftV},
     {"blackbox", PasteChord::kControlShiftV},
@@ -59,8 +60,8 @@ constexpr std::pair<std::string_view, PasteChord> kTerminals[] = {
 
 }  // namespace
 
-PasteChord pasteChordFor(std::string_view windowClass) {
-  std::string name(windowClass);
+PasteChord pasteChordFor(std::string_view application) {
+  std::string name(application);
   std::transform(name.begin(), name.end(), name.begin(),
                  [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; });
   const auto* found = std::find_if(std::begin(kTerminals), std::end(kTerminals),

@@ -7,11 +7,12 @@ namespace brimlo {
 /// The keys that paste.
 enum class PasteChord {
   kControlV,
-  kControlShiftV,  ///< terminals, in which Control+V is a key of the program that runs there
-  kShiftInsert,    ///< terminals that know no other, and paste the PRIMARY selection with it
+  kControlShiftV,  ///< terminals, where Control+V goes to the program that runs in them
+  kShiftInsert,    ///< terminals without that one; here it pastes the PRIMARY selection
 };
 
-/// The keys that paste in the application whose windows have the class `windowClass`, in any case.
-PasteChord pasteChordFor(std::string_view windowClass);
+/// The keys that paste in an application. `application`: what its windows call it, in any case:
+/// their class on X11 (WM_CLASS), their app id on Wayland.
+PasteChord pasteChordFor(std::string_view application);
 
 }  // namespace brimlo

@@ -38,7 +38,7 @@ FileDescriptor makeSocket() {
   return FileDescriptor(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
 }
 
-/// FNV-1a: the same for a folder whoever computes it.
+/// FNV-1a, which is the same in every process and build.
 std::string nameFor(const std::string& folder) {
   std::uint64_t hash = 14695981039346656037U;
   for (const char byte : folder) {
@@ -53,7 +53,7 @@ std::string instanceSocketPath(const std::string& dataFolder) {
   const char* runtime = std::getenv("XDG_RUNTIME_DIR");
   const bool usable = runtime && runtime[0] == '/' && access(runtime, W_OK | X_OK) == 0;
   if (!usable) return dataFolder + "/brimlo.socket";
-  // However the folder's path is written.
+  // The same name for the same folder, however its path is written.
   std::error_code error;
   const auto canonical = std::filesystem::canonical(dataFolder, error);
   return std::string(runtime) + "/brimlo-" + nameFor(error ? dataFolder : canonical.string()) +
@@ -65,7 +65,7 @@ bool askRunningInstance(const std::string& path, const InstanceRequest& request,
   const auto address = addressOf(path);
   if (!address) return false;
   const FileDescriptor asking = makeSocket();
-  // A name of the kernel's making, for the answer.
+  // The kernel picks an address for the answer.
   sockaddr_un own{};
   own.sun_family = AF_UNIX;
   if (bind(asking.get(), plain(own), sizeof own.sun_family) != 0) return false;

@@ -10,7 +10,7 @@
 
 namespace brimlo {
 
-/// What a second start asks of the program that runs.
+/// What a second start asks the running program to do.
 struct InstanceRequest {
   enum class Action : unsigned char { kOpenMenu = 1, kQuickPaste = 2 };
 
@@ -19,18 +19,18 @@ struct InstanceRequest {
   std::string activationToken = {};
 };
 
-/// Where the program that works in `dataFolder` is asked: a socket in the user's runtime folder, or
-/// else in that folder.
+/// The socket through which the program that works in `dataFolder` is asked: in the user's runtime
+/// folder, or in `dataFolder` where there is none.
 std::string instanceSocketPath(const std::string& dataFolder);
 
 /// Asks the program that serves `path`. Returns whether it has answered within `patience`.
 bool askRunningInstance(const std::string& path, const InstanceRequest& request,
                         std::chrono::milliseconds patience);
 
-/// Serves such requests, for its own life. Main thread.
+/// Serves such requests as long as it exists. Main thread.
 class RunningInstance {
  public:
-  /// Replaces what an earlier program left at `path`. A socket that cannot be made is logged.
+  /// Replaces a socket that an earlier process left at `path`. A failure is logged.
   RunningInstance(std::string path, DescriptorWatches& watches, SystemLog& log,
                   std::function<void(const InstanceRequest&)> onRequest);
   ~RunningInstance();

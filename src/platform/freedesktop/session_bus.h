@@ -5,8 +5,8 @@
 
 namespace brimlo {
 
-/// The session bus; none where there is none. Asked for it regardless, the library would start one
-/// of its own. Needs the running `QCoreApplication`.
+/// The session bus; none where the session has none, in which case the library would otherwise
+/// start one. Needs the running `QCoreApplication`.
 std::optional<QDBusConnection> sessionBus();
 
 }  // namespace brimlo

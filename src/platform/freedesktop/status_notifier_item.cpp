@@ -14,7 +14,7 @@
 
 namespace brimlo {
 
-/// A picture as the protocol has it: ARGB, big endian.
+/// A picture as the protocol encodes it: ARGB, big-endian.
 struct DbusPicture {
   int width = 0;
   int height = 0;
@@ -197,7 +197,7 @@ QString StatusNotifierItem::introspect(const QString& path) const {
   </interface>)XML";
 }
 
-/// All but the pictures, which take time to draw and are seldom asked for.
+/// All but "IconPixmap", which takes time to draw and is seldom asked for.
 QVariantMap StatusNotifierItem::plainProperties() const {
   const DbusToolTip tip{{}, {}, title_, {}};
   return {{"Category", "ApplicationStatus"},
@@ -230,7 +230,7 @@ bool StatusNotifierItem::handleMessage(const QDBusMessage& message,
     return connection.send(message.createReply(QVariant::fromValue(QDBusVariant(value))));
   }
   if (message.interface() != kItem && !message.interface().isEmpty()) return false;
-  // There is no other menu: whichever button it is, the window opens.
+  // The item has no context menu: a click with either button opens the window.
   const bool activates =
       (member == "Activate" || member == "ContextMenu") && message.signature() == "ii";
   const bool givesToken = member == "ProvideXdgActivationToken" && message.signature() == "s";

@@ -13,25 +13,25 @@
 
 namespace brimlo {
 
-/// An icon in the desktop's tray that opens a window (StatusNotifierItem on the session bus). The
-/// tray may come, go and come back: the item is announced to each. Main thread.
+/// An icon in the desktop's tray (StatusNotifierItem on the session bus). It is announced to every
+/// tray that starts, now or later. Main thread.
 class StatusNotifierItem : private QDBusVirtualObject {
  public:
-  /// `themeIcon`: the name of the icon in the desktop's icon theme, which the tray colours as it
-  /// likes; empty where it is not installed. `icon` is what is drawn then.
+  /// `themeIcon`: a name in the desktop's icon theme, in which case the tray may colour the icon;
+  /// empty where it is not installed, in which case `icon` is drawn.
   StatusNotifierItem(const std::string& title, const std::string& themeIcon, QIcon icon,
                      SystemLog& log);
   ~StatusNotifierItem() override;
 
   /// A click on the icon.
   struct Click {
-    int x, y;  ///< what the tray says of the icon's place, in pixels of the whole desktop
+    int x, y;  ///< the icon's place according to the tray, in pixels of the whole desktop
     std::string activationToken;  ///< what the tray got from the desktop for it; may be empty
   };
   void setOnActivate(std::function<void(const Click&)> onActivate);
 
-  /// Tells `onChange` whether a tray shows the item: once that is known, and when it changes.
-  /// Where there is no session bus, at once.
+  /// Calls `onChange` with whether a tray shows the item: once that is known (without a session bus
+  /// at once), and whenever it changes.
   void watchHosted(std::function<void(bool hosted)> onChange);
 
  private:

@@ -12,7 +12,7 @@ namespace brimlo {
 FolderLock::FolderLock(const std::string& folder)
     : folder_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
   struct stat status;
-  // In a folder of somebody else's, that one could hold the lock for ever.
+  // Another user could hold the lock on a folder of their own for ever.
   if (fstat(folder_.get(), &status) != 0 || status.st_uid != geteuid()) {
     state_ = State::kUnavailable;
   } else if (flock(folder_.get(), LOCK_EX | LOCK_NB) == 0) {

@@ -6,14 +6,14 @@
 
 namespace brimlo {
 
-/// Keeps a second process from working in the same folder. The kernel lifts the lock with the
-/// process, however that ends, and it needs no file: a read-only folder can be locked too.
+/// Keeps a second process from working in the same folder. The kernel releases the lock when the
+/// process ends, however it ends. No file is made, so a read-only folder can be locked too.
 class FolderLock {
  public:
   enum class State {
     kHeld,
     kHeldByAnother,
-    kUnavailable,  ///< no such folder of the user's, or its file system knows no locks
+    kUnavailable,  ///< no such folder that belongs to the user, or a file system without locks
   };
 
   explicit FolderLock(const std::string& folder);

@@ -36,8 +36,8 @@ std::error_code syncFolder(const std::string& path) {
   return {};
 }
 
-/// Memory for a file, null when there is none. A large file gets huge pages where the kernel has
-/// them: meeting one small page after the other takes longer than reading the file.
+/// Memory for a file; null when there is not enough. A large file gets huge pages where the kernel
+/// has them: faulting in one small page after the other takes longer than reading the file.
 char* allocate(std::size_t size) {
   constexpr std::size_t kHugePage = std::size_t{2} * 1024 * 1024;
   if (size < 2 * kHugePage) return static_cast<char*>(std::malloc(size));
@@ -51,17 +51,18 @@ bool sameTime(const timespec& a, const timespec& b) {
   return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
 }
 
-/// Whether nobody has written to the file in between; the change time cannot be set by hand.
+/// Whether nobody has written to the file in between. The change time catches what restores the
+/// modification time.
 bool untouched(const struct stat& before, const struct stat& now) {
   return before.st_dev == now.st_dev && before.st_ino == now.st_ino &&
          before.st_size == now.st_size && sameTime(before.st_mtim, now.st_mtim) &&
          sameTime(before.st_ctim, now.st_ctim);
 }
 
-/// Writes to a descriptor; keeps the first error and ignores what comes after it.
+/// Writes to a descriptor. Keeps the first error, and writes nothing after it.
 class DescriptorSink : public ByteSink {
  public:
-  /// `replaced`: the path of the file that the new one replaces; `written`: what it was like when
+  /// `replaced`: the path of the file that the new one replaces; `written`: its status right after
   /// it was written, or null.
   DescriptorSink(int fd, const std::string& replaced, const struct stat* written)
       : fd_(fd), replaced_(replaced), written_(written) {}
@@ -76,7 +77,7 @@ class DescriptorSink : public ByteSink {
         error_ = lastError();
       }
     }
-    // The disk works on what is there while the rest is being made.
+    // Start writing out, so that the disk works while the rest is being produced.
     constexpr off_t kEnough = off_t{4} * 1024 * 1024;
     if (size_ - flushed_ < kEnough) return;
     sync_file_range(fd_, flushed_, size_ - flushed_, SYNC_FILE_RANGE_WRITE);
@@ -123,7 +124,7 @@ class DescriptorSink : public ByteSink {
   std::error_code error_;
 };
 
-/// The file at `path`, held open where it is so large that freeing its blocks takes a while.
+/// The file at `path`, held open if it is so large that freeing its blocks takes a while.
 FileDescriptor holdLargeFile(const std::string& path) {
   constexpr off_t kLarge = off_t{4} * 1024 * 1024;
   struct stat status;
@@ -143,7 +144,7 @@ std::string damagedName(const std::string& path, int attempt) {
   return attempt == 1 ? name : name + "-" + std::to_string(attempt);
 }
 
-/// Renames without replacing anything, also where the file system cannot promise that by itself.
+/// Renames without replacing anything, also on file systems that cannot do that atomically.
 int renameToFreeName(const std::string& from, const std::string& to) {
   if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
   if (errno != EINVAL && errno != ENOSYS) return -1;
@@ -193,7 +194,7 @@ bool PosixFileSystem::refused(const std::string& path) const {
 
 FileSystem::ReadResult PosixFileSystem::read(const std::string& path) const {
   if (refused(path)) return {std::nullopt, kDenied};
-  // Non-blocking: opening a named pipe would wait for somebody to write to it.
+  // Non-blocking: opening a named pipe would wait for a writer.
   const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   struct stat status;
   if (!file || fstat(file.get(), &status) != 0) return {std::nullopt, lastError()};
@@ -242,15 +243,15 @@ std::error_code PosixFileSystem::replace(const std::string& path,
     return error;
   }
   if (fstat(file.get(), &written_[path]) != 0) written_.erase(path);
-  // The last descriptor of the old content frees it, which the caller need not wait for.
+  // Closing the last descriptor of the old content frees it; the caller need not wait for that.
   if (replaced) {
     freeing_ = std::async(std::launch::async, [held = std::move(replaced)]() mutable {
       const FileDescriptor closing = std::move(held);
     });
   }
   error = syncFolder(parentOf(path));
-  // The caller hears of a failure, and goes on from what it knows of the file before: the new
-  // content is not to be taken for that.
+  // After a failure the caller takes the old content to be in place, so the new one must not be
+  // appended from.
   if (error) written_.erase(path);
   return error;
 }

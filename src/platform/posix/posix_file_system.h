@@ -10,8 +10,8 @@
 namespace brimlo {
 
 /// Files of a POSIX system, in the folders that the XDG Base Directory Specification names.
-/// A file being written stands beside its target under the target's name with ".tmp" behind it;
-/// one left by a crash is overwritten by the next save.
+/// A file is written beside its target, under the target's name and ".tmp"; one that a crash left
+/// behind is overwritten by the next save.
 class PosixFileSystem : public FileSystem {
  public:
   std::optional<std::string> applicationSupportFolder() const override;
@@ -25,7 +25,7 @@ class PosixFileSystem : public FileSystem {
  private:
   bool refused(const std::string& path) const;
 
-  std::string refusedFolder_;                   // of somebody else's; nothing in it is touched
+  std::string refusedFolder_;                   // another user's; nothing in it is touched
   std::map<std::string, struct stat> written_;  // the files as this object left them, by path
   std::future<void> freeing_;  // the release of a large replaced file, on a thread of its own
 };

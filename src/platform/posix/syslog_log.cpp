@@ -20,7 +20,7 @@ void SyslogLog::write(std::string_view message) {
   line += message;
   syslog(LOG_INFO, "%s", line.c_str());
   line += '\n';
-  // Nobody may be reading any more; that is no reason to stop.
+  // Standard error may be closed; the line is in the system's log all the same.
   [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, line.data(), line.size());
 }
 

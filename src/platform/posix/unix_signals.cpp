@@ -11,7 +11,7 @@
 namespace brimlo {
 namespace {
 
-// A signal handler has nothing but globals to reach.
+// Global, because a signal handler can reach nothing else.
 volatile std::sig_atomic_t wakeDescriptor = -1;
 
 void onSignal(int signal) {
@@ -36,7 +36,7 @@ UnixSignals::~UnixSignals() {
   wakeDescriptor = -1;
 }
 
-/// Gives the signal its default action back at its end.
+/// Restores the signal's default action when it is destroyed.
 class UnixSignals::Source : public SignalSource {
  public:
   Source(UnixSignals& signals, int signal) : signals_(signals), signal_(signal) {}
@@ -69,7 +69,7 @@ void UnixSignals::drain() {
   for (ssize_t i = 0; i < count; ++i) {
     const auto found = blocks_.find(numbers[static_cast<std::size_t>(i)]);
     if (found == blocks_.end()) continue;
-    const auto block = found->second;  // which may end its own source
+    const auto block = found->second;  // a copy: the block may destroy its own source
     block();
   }
 }

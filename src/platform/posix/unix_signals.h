@@ -10,8 +10,8 @@
 
 namespace brimlo {
 
-/// Unix signals through a pipe that the main run loop reads. There is one such object in a process,
-/// and it outlives its sources.
+/// Unix signals, delivered through a pipe that the main run loop reads. One object a process; it
+/// outlives its sources.
 class UnixSignals : public SignalSources {
  public:
   /// `watches` outlives the object.

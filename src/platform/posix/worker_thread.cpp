@@ -6,7 +6,7 @@
 namespace brimlo {
 
 WorkerThread::WorkerThread() {
-  // A thread begins with the signal mask of the one that starts it.
+  // A new thread inherits the signal mask of the thread that starts it.
   sigset_t all, before;
   sigfillset(&all);
   pthread_sigmask(SIG_SETMASK, &all, &before);

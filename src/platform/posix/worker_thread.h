@@ -11,23 +11,23 @@
 
 namespace brimlo {
 
-/// One thread that runs what is queued. Signals are left to the main thread.
+/// One thread that runs what is queued. It receives no signals; those go to the main thread.
 class WorkerThread : public BackgroundQueue {
  public:
   WorkerThread();
-  /// Waits for the block that runs; drops those that wait.
+  /// Waits for the running block; drops the waiting ones.
   ~WorkerThread() override;
 
   void async(std::function<void()> block) override;
 
   enum class Ending { kDone, kHanging };
-  /// Drops the blocks that wait, and gives the one that runs this long to come to an end.
+  /// Drops the waiting blocks, and waits up to `patience` for the running one to end.
   Ending finish(std::chrono::milliseconds patience);
 
  private:
   void run();
 
-  std::mutex mutex_;  // guards what follows
+  std::mutex mutex_;  // guards the next four members
   std::condition_variable changed_;
   std::deque<std::function<void()>> blocks_;
   bool busy_ = false;

@@ -8,11 +8,11 @@
 
 namespace brimlo {
 
-/// The settings in an INI file, section "General": "true" and "false", and, for files written by
-/// hand, "yes", "no", "1" and "0", in any case.
+/// The settings in section "General" of an INI file. Written Booleans are "true" and "false";
+/// "yes", "no", "1" and "0" are read too, in any case, for files edited by hand.
 class IniUserDefaults : public UserDefaults {
  public:
-  /// `path`: the file, which need not exist; it is first created by a write.
+  /// `path`: the file, which need not exist; the first write creates it.
   IniUserDefaults(const std::string& path, SystemLog& log);
 
   std::optional<bool> boolForKey(std::string_view key) const override;

@@ -5,7 +5,7 @@
 
 namespace brimlo {
 
-/// The settings in a JSON file that is built into the executable; none where it is not there.
+/// The object in a JSON file that is built into the executable; empty where there is no such file.
 QJsonObject bundledSettings(const QString& file);
 
 }  // namespace brimlo

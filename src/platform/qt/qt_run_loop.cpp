@@ -12,8 +12,8 @@ class QtTimer : public RepeatingTimer {
  public:
   QtTimer(std::chrono::milliseconds interval, std::function<void()> tick) : tick_(std::move(tick)) {
     timer_.setInterval(interval);
-    // A tick may destroy its own timer; what it runs must live on until it returns.
-    QObject::connect(&timer_, &QTimer::timeout, [this] {
+    // The tick may destroy its own timer, so it runs as a copy.
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
       const auto running = tick_;
       running();
     });
@@ -49,7 +49,7 @@ Subscription QtRunLoop::whenReadable(int descriptor, std::function<void()> onRea
       new QSocketNotifier(descriptor, QSocketNotifier::Read, QCoreApplication::instance());
   QObject::connect(notifier, &QSocketNotifier::activated, notifier, std::move(onReadable));
   return Subscription([notifier] {
-    // The subscription may end within `onReadable`, which the notifier holds.
+    // Deleted later: the subscription may end inside `onReadable`, which the notifier holds.
     notifier->setEnabled(false);
     notifier->deleteLater();
   });

@@ -7,7 +7,7 @@
 
 namespace brimlo {
 
-/// The main run loop: Qt's, which a `QCoreApplication` on the main thread runs.
+/// Qt's event loop, run by the `QCoreApplication` on the main thread.
 class QtRunLoop : public Application, public MainQueue, public Timers, public DescriptorWatches {
  public:
   void terminate() override;

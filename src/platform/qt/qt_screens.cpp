@@ -8,7 +8,7 @@
 namespace brimlo {
 namespace {
 
-/// Where the bottom left corner of the primary screen is, in Qt's coordinates.
+/// The bottom left corner of the primary screen, in Qt's coordinates.
 QPoint bottomLeft() {
   const QScreen* primary = QGuiApplication::primaryScreen();
   if (!primary) return {};
@@ -38,17 +38,18 @@ QPoint topLeftInQt(Point origin, double height) {
 }
 
 QtScreens::QtScreens() {
-  const auto changed = [this] { changes_.set(changes_.value() + 1); };
-  const auto watch = [changed](QScreen* screen) {
-    QObject::connect(screen, &QScreen::geometryChanged, screen, changed);
-    QObject::connect(screen, &QScreen::availableGeometryChanged, screen, changed);
-  };
   for (QScreen* screen : QGuiApplication::screens()) watch(screen);
-  QObject::connect(qGuiApp, &QGuiApplication::screenAdded, [watch, changed](QScreen* screen) {
+  connect(qGuiApp, &QGuiApplication::screenAdded, this, [this](QScreen* screen) {
     watch(screen);
-    changed();
+    changeHandlers_.notify();
   });
-  QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, changed);
+  connect(qGuiApp, &QGuiApplication::screenRemoved, this, [this] { changeHandlers_.notify(); });
+}
+
+void QtScreens::watch(QScreen* screen) {
+  const auto changed = [this] { changeHandlers_.notify(); };
+  connect(screen, &QScreen::geometryChanged, this, changed);
+  connect(screen, &QScreen::availableGeometryChanged, this, changed);
 }
 
 std::vector<Screen> QtScreens::screens() const {
@@ -67,7 +68,7 @@ std::optional<Point> QtScreens::pointerLocation() const {
 }
 
 Subscription QtScreens::observeChanges(std::function<void()> onChange) {
-  return changes_.observeChanges([onChange = std::move(onChange)](int) { onChange(); });
+  return changeHandlers_.add(std::move(onChange));
 }
 
 }  // namespace brimlo

@@ -6,8 +6,8 @@
 
 namespace brimlo {
 
-/// The string tables built into the executable: id-based Qt catalogues, the one of the user's
-/// language where there is one, else the English one.
+/// The string tables built into the executable: id-based Qt catalogues. A text that the user's
+/// language lacks is taken from the English one.
 class QtStrings : public LocalizedStrings {
  public:
   /// Needs the running `QCoreApplication`.

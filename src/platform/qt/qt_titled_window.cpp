@@ -24,7 +24,7 @@ QtTitledWindow::QtTitledWindow(std::unique_ptr<QWidget> content, const std::stri
 }
 
 QtTitledWindow::~QtTitledWindow() {
-  // The content sends events while it is destroyed, after this object.
+  // The content's destructor sends events too, which must not reach a half-destroyed object.
   content_->windowHandle()->removeEventFilter(this);
   content_->removeEventFilter(this);
 }
@@ -70,8 +70,8 @@ void QtTitledWindow::setOnWillClose(std::function<void()> onWillClose) {
 
 bool QtTitledWindow::eventFilter(QObject* receiver, QEvent* event) {
   if (receiver == content_->windowHandle()) {
-    // A window manager that keeps new windows from taking the focus is asked once it knows this
-    // one.
+    // A window manager may keep a new window from taking the focus. It can be asked for the focus
+    // only once it manages the window.
     if (event->type() == QEvent::Expose && content_->windowHandle()->isExposed() &&
         std::exchange(comingUp_, false)) {
       activate_(*content_->windowHandle());
@@ -80,7 +80,7 @@ bool QtTitledWindow::eventFilter(QObject* receiver, QEvent* event) {
     if (onWillClose_) onWillClose_();
   } else if (event->type() == QEvent::MouseButtonPress &&
              static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
-    // Nothing in the content took it.
+    // No widget in the content has accepted it, so it drags the window.
     content_->windowHandle()->startSystemMove();
   }
   return false;

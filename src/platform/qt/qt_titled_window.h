@@ -11,13 +11,13 @@
 
 namespace brimlo {
 
-/// A window in a Qt window that the window manager frames.
+/// A Qt window that the window manager frames.
 class QtTitledWindow : public TitledWindow, private QObject {
  public:
   /// Has the desktop bring the window to the front, in whatever way the session has for that.
   using Activate = std::function<void(QWindow&)>;
 
-  /// `content` has a fixed size. `title`: what the desktop calls the window.
+  /// `content` has a fixed size. `title`: shown in the frame and in taskbars.
   QtTitledWindow(std::unique_ptr<QWidget> content, const std::string& title, Activate activate);
   ~QtTitledWindow() override;
 

@@ -16,7 +16,7 @@ void QtTrayIcon::setShown(bool shown) {
   tray_->setToolTip(title_);
   QObject::connect(tray_.get(), &QSystemTrayIcon::activated, tray_.get(),
                    [this](QSystemTrayIcon::ActivationReason reason) {
-                     // The second click of two was reported as the first one already was.
+                     // The first click of a double click has been reported as a click.
                      if (reason != QSystemTrayIcon::DoubleClick && onActivate_) onActivate_();
                    });
   tray_->show();

@@ -11,19 +11,19 @@
 
 namespace brimlo {
 
-/// An icon in a tray that embeds windows (System Tray Protocol, XEmbed). The tray may come, go and
-/// come back. Main thread.
+/// An icon in a tray that embeds windows (System Tray Protocol, XEmbed). It goes into every tray
+/// that starts, now or later. Main thread.
 class QtTrayIcon {
  public:
   QtTrayIcon(const std::string& title, QIcon icon);
 
-  /// Whether there is to be one. Without a tray it waits for one.
+  /// Whether there is an icon. Without a tray it waits for one.
   void setShown(bool shown);
 
-  /// Where it is; none while no tray has it.
+  /// Where the icon is; none while no tray has it.
   std::optional<Rect> frame() const;
 
-  /// Called when it is clicked, with any button.
+  /// Called when the icon is clicked, with any button.
   void setOnActivate(std::function<void()> onActivate);
 
  private:

@@ -45,7 +45,7 @@ FeedItem readItem(QXmlStreamReader& xml, bool& meant) {
       xml.skipCurrentElement();
       continue;
     }
-    // Before the name goes with the element.
+    // Decided before reading the text, which invalidates `name`.
     std::string* const to = name == u"version"              ? &item.version
                             : name == u"shortVersionString" ? &item.displayVersion
                             : name == u"description"        ? &item.notes
@@ -56,7 +56,7 @@ FeedItem readItem(QXmlStreamReader& xml, bool& meant) {
     if (to) {
       *to = value;
     } else {
-      meant = false;  // for those who test what is not out yet
+      meant = false;  // a channel for pre-releases
     }
   }
   if (item.displayVersion.empty()) item.displayVersion = item.version;
@@ -103,7 +103,7 @@ FeedAnswer parseUpdateFeed(const QByteArray& feed) {
   return answer;
 }
 
-/// One reading, which deletes itself.
+/// One reading. Deletes itself when it has ended.
 class QtUpdateFeed::Reading : public QObject {
  public:
   Reading(const QString& program, const QStringList& arguments,
@@ -117,7 +117,7 @@ class QtUpdateFeed::Reading : public QObject {
     fetch_.start(program, arguments, QIODevice::ReadOnly);
   }
 
-  /// Leaves it be; nobody is told.
+  /// Ends it without an answer.
   void stop() {
     then_ = nullptr;
     fetch_.disconnect(this);
@@ -152,7 +152,7 @@ class QtUpdateFeed::Reading : public QObject {
     then(std::move(answer));
   }
 
-  std::function<void(FeedAnswer)> then_;  // null once it was told, or need not be
+  std::function<void(FeedAnswer)> then_;  // null once it has been called or is no longer wanted
   QProcess fetch_;
 };
 

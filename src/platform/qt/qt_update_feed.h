@@ -9,13 +9,13 @@
 
 namespace brimlo {
 
-/// Feeds over HTTPS, in the form of an RSS 2.0 channel whose items have a version and, as they
-/// like, a title for it, a description and a link (an "appcast"). Nothing is kept between two
-/// readings, and nothing is sent but the request.
+/// Reads feeds over HTTPS: RSS 2.0 channels whose items have a version, and optionally a display
+/// version, a description and a link (an "appcast"). Nothing is kept between two readings, and
+/// nothing but the request is sent.
 class QtUpdateFeed : public UpdateFeed {
  public:
-  /// `program`: `brimlo-fetch`, which does the fetching in a process of its own. `userAgent`: what
-  /// it calls itself to the server. Needs the running `QCoreApplication`.
+  /// `program`: the path of `brimlo-fetch`, which is run to fetch a feed. `userAgent`: sent to the
+  /// server. Needs the running `QCoreApplication`.
   QtUpdateFeed(const std::string& program, const std::string& userAgent);
   ~QtUpdateFeed() override;
 
@@ -26,13 +26,14 @@ class QtUpdateFeed : public UpdateFeed {
 
   QString program_;
   QString userAgent_;
-  QPointer<Reading> reading_;  // null once it has ended
+  QPointer<Reading> reading_;  // deletes itself when it ends
 };
 
-/// Where `brimlo-fetch` is: where it is installed, or beside the executable that runs.
+/// The path of `brimlo-fetch`: where it is installed, or else beside the running executable.
 std::string fetchProgram();
 
-/// What `feed` offers to this platform. Its elements are known by their local names.
+/// The items of `feed` for this platform. Elements are matched by their local names, whatever their
+/// namespace.
 FeedAnswer parseUpdateFeed(const QByteArray& feed);
 
 }  // namespace brimlo
