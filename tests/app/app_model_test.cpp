@@ -61,7 +61,7 @@ class AppModelTest : public testing::Test {
   test::FakeCloud cloud;
   test::FakeEntitlements entitlements;
   test::JournalingFiles files{journal};
-  test::JournalingPasteboard pasteboard{journal};
+  test::JournalingPasteboard pasteboard{journal, loop};
   test::FakeLog log;
   std::vector<std::string> started;
   test::JournalingDefaults defaults{journal};

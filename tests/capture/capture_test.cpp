@@ -25,7 +25,7 @@ class ClipboardMonitorTest : public testing::Test {
   }
 
   test::FakeRunLoop loop;
-  test::FakePasteboard pasteboard;
+  test::FakePasteboard pasteboard{loop};
   std::unique_ptr<ClipboardMonitor> monitor;
   Texts reported;
 };

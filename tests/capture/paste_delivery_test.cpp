@@ -19,7 +19,7 @@ class PasteDeliveryTest : public testing::Test {
 
   test::FakeRunLoop loop;
   test::FakeFileSystem files;
-  test::FakePasteboard pasteboard;
+  test::FakePasteboard pasteboard{loop};
   test::FakeLog log;
   test::FakeDefaults defaults;
   test::FakeStrings strings;

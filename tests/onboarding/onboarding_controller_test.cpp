@@ -32,8 +32,8 @@ class OnboardingControllerTest : public testing::Test {
   test::FakeDefaults defaults;
   test::FakeDesktop desktop;
   test::FakeLog log;
-  test::FakePasteboard pasteboard;
   test::FakeRunLoop loop;
+  test::FakePasteboard pasteboard{loop};
   test::FakeStrings strings;
   test::FakeSurroundings surroundings;
   test::WindowRecord window;

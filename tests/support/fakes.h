@@ -117,6 +117,8 @@ class FakeRunLoop : public Clock, public Timers, public MainQueue, public Applic
 /// A pasteboard whose other clients are the test.
 class FakePasteboard : public Pasteboard {
  public:
+  explicit FakePasteboard(MainQueue& queue) : queue_(queue) {}
+
   std::int64_t changeCount() const override { return count_; }
   std::optional<std::string> string() const override {
     ++stringReads;
@@ -128,7 +130,12 @@ class FakePasteboard : public Pasteboard {
     text_ = std::move(text);
     cleared_ = false;
   }
-  void whenTaken(std::function<void()> then) override { onTaken_ = std::move(then); }
+  void whenTaken(std::function<void()> then) override {
+    onTaken_ = std::move(then);
+    queue_.asyncAfter(std::chrono::milliseconds(500), [this, waiting = ++waits_] {
+      if (waiting == waits_) take();
+    });
+  }
 
   /// Another client takes the text.
   void take() {
@@ -145,10 +152,12 @@ class FakePasteboard : public Pasteboard {
   mutable int stringReads = 0;
 
  private:
+  MainQueue& queue_;
   std::int64_t count_ = 7;
   std::optional<std::string> text_;
   bool cleared_ = false;
   std::function<void()> onTaken_;
+  int waits_ = 0;
 };
 
 class FakeDefaults : public UserDefaults {
@@ -211,8 +220,14 @@ class FakeDesktop : public Accessibility,
   }
 
   std::unique_ptr<SignalSource> make(int signal, std::function<void()> block) override {
+    struct Source : SignalSource {
+      Source(FakeDesktop& of, int number) : desktop(of), signal(number) {}
+      ~Source() override { desktop.signals.erase(signal); }
+      FakeDesktop& desktop;
+      int signal;
+    };
     signals[signal] = std::move(block);
-    return std::make_unique<SignalSource>();
+    return std::make_unique<Source>(*this, signal);
   }
 
   bool trusted = true;

@@ -50,7 +50,7 @@ struct JournalingLoop : FakeRunLoop {
   Journal& journal;
 };
 struct JournalingPasteboard : FakePasteboard {
-  explicit JournalingPasteboard(Journal& to) : journal(to) {}
+  JournalingPasteboard(Journal& to, MainQueue& queue) : FakePasteboard(queue), journal(to) {}
   std::int64_t changeCount() const override {
     journal.push_back("change count");
     return FakePasteboard::changeCount();

@@ -2,30 +2,16 @@
 
 #include <sys/socket.h>
 
-#include <cstdlib>
 #include <cstring>
-#include <memory>
+
+#include "platform/x11/xcb_ptr.h"
 
 namespace brimlo::test {
-namespace {
 
-xcb_window_t makeWindow(xcb_connection_t* xcb) {
-  const xcb_window_t window = xcb_generate_id(xcb);
-  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-  xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window,
-                    xcb_setup_roots_iterator(xcb_get_setup(xcb)).data->root, 0, 0, 1, 1, 0,
-                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
-  return window;
-}
-
-template <typename T>
-std::unique_ptr<T, decltype(&std::free)> owned(T* memory) {
-  return {memory, &std::free};
-}
-
-}  // namespace
-
-X11Peer::X11Peer() : xcb_(xcb_connect(nullptr, nullptr)), window_(makeWindow(xcb_)) {
+X11Peer::X11Peer() {
+  xcb_create_window(xcb_, XCB_COPY_FROM_PARENT, window_,
+                    xcb_setup_roots_iterator(xcb_get_setup(xcb_)).data->root, 0, 0, 1, 1, 0,
+                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
   thread_ = std::thread([this] { serve(); });
 }
 
@@ -42,7 +28,7 @@ void X11Peer::die() {
 xcb_atom_t X11Peer::atom(const std::string& name) {
   const auto cookie =
       xcb_intern_atom(xcb_, 0, static_cast<std::uint16_t>(name.size()), name.data());
-  const auto reply = owned(xcb_intern_atom_reply(xcb_, cookie, nullptr));
+  const XcbPtr<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(xcb_, cookie, nullptr));
   return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
@@ -51,17 +37,17 @@ void X11Peer::own(Offer offer) {
     const std::lock_guard lock(mutex_);
     offer_ = std::make_shared<const Offer>(std::move(offer));
   }
-  xcb_set_selection_owner(xcb_, window_, atom("CLIPBOARD"), XCB_CURRENT_TIME);
-  atom("CLIPBOARD");  // a round trip: the server has carried it out
+  take(window_);
 }
 
-void X11Peer::clear() {
-  xcb_set_selection_owner(xcb_, XCB_NONE, atom("CLIPBOARD"), XCB_CURRENT_TIME);
-  atom("CLIPBOARD");
+void X11Peer::take(xcb_window_t owner) {
+  const xcb_atom_t clipboard = atom("CLIPBOARD");
+  xcb_set_selection_owner(xcb_, owner, clipboard, XCB_CURRENT_TIME);
+  atom("CLIPBOARD");  // when this is answered, the server has carried that out
 }
 
 void X11Peer::serve() {
-  while (const auto event = owned(xcb_wait_for_event(xcb_))) {
+  while (const XcbPtr<xcb_generic_event_t> event{xcb_wait_for_event(xcb_)}) {
     const int type = event->response_type & 0x7F;
     if (type == XCB_SELECTION_REQUEST) {
       answer(reinterpret_cast<const xcb_selection_request_event_t&>(*event));
@@ -91,9 +77,7 @@ void X11Peer::answer(const xcb_selection_request_event_t& request) {
   if (request.target == atom("TARGETS") && offer.manner != Offer::Manner::kKnowsNoTargets) {
     std::vector<xcb_atom_t> targets;
     for (const auto& [name, bytes] : offer.texts) targets.push_back(atom(name));
-    xcb_change_property(xcb_, XCB_PROP_MODE_REPLACE, request.requestor, request.property,
-                        XCB_ATOM_ATOM, 32, static_cast<std::uint32_t>(targets.size()),
-                        targets.data());
+    put(request, XCB_ATOM_ATOM, 32, targets.size(), targets.data());
     notify.property = request.property;
   }
   for (const auto& [name, bytes] : offer.texts) {
@@ -101,19 +85,25 @@ void X11Peer::answer(const xcb_selection_request_event_t& request) {
     const xcb_atom_t type = atom(offer.types.contains(name) ? offer.types.at(name) : name);
     notify.property = request.property;
     if (offer.chunk == 0) {
-      xcb_change_property(xcb_, XCB_PROP_MODE_REPLACE, request.requestor, request.property, type, 8,
-                          static_cast<std::uint32_t>(bytes.size()), bytes.data());
+      put(request, type, 8, bytes.size(), bytes.data());
       continue;
     }
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(xcb_, request.requestor, XCB_CW_EVENT_MASK, &events);
-    xcb_change_property(xcb_, XCB_PROP_MODE_REPLACE, request.requestor, request.property,
-                        atom("INCR"), 32, 1, &offer.announces);
+    put(request, atom("INCR"), 32, 1, &offer.announces);
     outgoing_.push_back({request.requestor, request.property, type, current, &bytes});
   }
   char wire[32] = {};
   std::memcpy(wire, &notify, sizeof notify);
   xcb_send_event(xcb_, 0, request.requestor, 0, wire);
+  atom("TARGETS");  // when this is answered, the answer is on its way
+  ++answers;
+}
+
+void X11Peer::put(const xcb_selection_request_event_t& request, xcb_atom_t type,
+                  std::uint8_t format, std::size_t count, const void* data) {
+  xcb_change_property(xcb_, XCB_PROP_MODE_REPLACE, request.requestor, request.property, type,
+                      format, static_cast<std::uint32_t>(count), data);
 }
 
 void X11Peer::sendChunk(const xcb_property_notify_event_t& taken) {
