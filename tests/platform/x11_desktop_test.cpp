@@ -1,45 +1,172 @@
-// The applications and the keyboard of a real X server. Run with a window manager and without.
+// What a session asks of a real X server: applications, hotkeys, the keyboard, keys and clicks. Run
+// under two window managers and without any.
 
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <QFile>
+#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QProcess>
+#include <QTemporaryDir>
+#include <QWindow>
 
 #include "platform/qt/qt_run_loop.h"
+#include "platform/x11/x11_event_monitors.h"
+#include "platform/x11/x11_hot_keys.h"
 #include "platform/x11/x11_key_events.h"
-#include "platform/x11/x11_pasteboard.h"
+#include "platform/x11/x11_properties.h"
 #include "platform/x11/x11_window_id.h"
-#include "platform/x11/x11_workspace.h"
+#include "platform/x11/x11_window_server.h"
+#include "platform/x11/xcb_xkb.h"
 #include "support/fakes.h"
 #include "support/wait.h"
 
 namespace brimlo {
 namespace {
 
-using Result = KeyEventPoster::Result;
 using test::wait;
+using Result = KeyEventPoster::Result;
+
+constexpr int kShift = 50, kSuper = 133, kKeyOfV = 55, kKeyOfVInDvorak = 60;
+constexpr std::uint16_t kModifiers = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_4;
+constexpr std::int32_t kBadAccess = 10;
+
+/// Whether another client gets that key.
+bool grab(X11Connection& client, xcb_keycode_t key, std::uint16_t modifiers) {
+  return client.check(xcb_grab_key_checked(client.xcb(), 0, client.root(), modifiers, key,
+                                           XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC)) == 0;
+}
+
+/// A window that no manager manages, and that counts the keys it gets.
+class Panel : public QWindow {
+ public:
+  Panel() {
+    setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint);
+    setGeometry(800, 600, 200, 100);
+  }
+  int keys = 0;
+
+ private:
+  void keyPressEvent(QKeyEvent*) override { ++keys; }
+};
 
 class X11DesktopTest : public testing::Test {
  protected:
-  X11DesktopTest() { x11->serve(); }
+  X11DesktopTest() {
+    x11->serve();
+    run("setxkbmap -layout us; xdotool mousemove 640 20");
+  }
+  ~X11DesktopTest() override {
+    for (const auto& terminal : terminals) end(*terminal);
+  }
 
-  /// A terminal of that class, in front; it ends with the returned process.
-  std::unique_ptr<QProcess> open(const std::string& name) {
-    auto terminal = std::make_unique<QProcess>();
-    terminal->start("xterm", {"-class", QString::fromStdString(name), "-e", "sleep", "60"});
-    EXPECT_TRUE(wait([&] { return bringToFront(name); })) << name;
+  static void run(const std::string& command) {
+    QProcess process;
+    process.start("sh", {"-c", QString::fromStdString("{ " + command + "; } 2>/dev/null")});
+    wait([&] { return process.state() == QProcess::NotRunning; });
+  }
+  /// Returns once the window manager, the server and this program have dealt with all that was
+  /// begun before.
+  void sync() {
+    const xcb_atom_t extents = atom("_NET_FRAME_EXTENTS");
+    for (int round = 0; round < 2; ++round) {
+      if (managed()) {
+        xcb_delete_property(x11->xcb(), probe.id(), extents);
+        xcb_client_message_event_t ask{};
+        ask.response_type = XCB_CLIENT_MESSAGE;
+        ask.format = 32;
+        ask.window = probe.id();
+        ask.type = atom("_NET_REQUEST_FRAME_EXTENTS");
+        xcb_send_event(x11->xcb(), 0, x11->root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                       reinterpret_cast<const char*>(&ask));
+        EXPECT_TRUE(
+            wait([&] { return numberProperty(*x11, probe.id(), extents, XCB_ATOM_CARDINAL); }));
+      }
+      bool answered = false;
+      time.now([&](xcb_timestamp_t) { answered = true; });
+      wait([&] { return answered; });
+      QGuiApplication::sync();
+    }
+  }
+  xcb_atom_t atom(const std::string& name) {
+    const auto cookie =
+        xcb_intern_atom(x11->xcb(), 0, static_cast<std::uint16_t>(name.size()), name.data());
+    return x11->waitFor(xcb_intern_atom_reply, cookie)->atom;
+  }
+
+  /// A terminal of that class, in front. What is typed into it goes to the file of its name.
+  QProcess& open(const std::string& name, const std::string& place = "+0+0") {
+    QProcess& terminal = *terminals.emplace_back(std::make_unique<QProcess>());
+    const QString file = folder.filePath(QString::fromStdString(name));
+    terminal.start("xterm", {"-class", QString::fromStdString(name), "-geometry",
+                             QString::fromStdString("40x10" + place), "-e", "sh", "-c",
+                             "stty raw -echo; cat >" + file});
+    EXPECT_TRUE(wait([&] { return QFile::exists(file) && bringToFront(name); })) << name;
     return terminal;
   }
+  static void end(QProcess& terminal) {
+    terminal.kill();
+    wait([&] { return terminal.state() == QProcess::NotRunning; });
+  }
+  void activate(const std::string& name) {
+    run("xdotool search --onlyvisible --class '^" + name + "$' " +
+        (managed() ? "windowactivate" : "windowfocus") + " --sync");
+  }
   bool bringToFront(const std::string& name) {
-    if (front() != name) xdotool("search --onlyvisible --class '^" + name + "$' windowfocus");
+    if (front() != name) activate(name);
+    sync();
     return front() == name;
   }
-  static void xdotool(const std::string& what) {
-    QProcess::execute("sh", {"-c", QString::fromStdString("xdotool " + what + " 2>/dev/null")});
+  std::string typedInto(const std::string& name) {
+    QFile file(folder.filePath(QString::fromStdString(name)));
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "";
   }
   std::string front() {
     const auto application = workspace.frontmostApplication();
     return application ? application->bundleIdentifier : "";
+  }
+  bool managed() {
+    return numberProperty(*x11, x11->root(), x11->atoms().supportingWmCheck, XCB_ATOM_WINDOW)
+        .has_value();
+  }
+  xcb_window_t focus() {
+    return x11->waitFor(xcb_get_input_focus_reply, xcb_get_input_focus(x11->xcb()))->focus;
+  }
+
+  struct Registration {
+    HotKeys::Status status = -1;
+    std::unique_ptr<EventHotKey> hotKey;
+  };
+  Registration registerHotKey(std::uint32_t keyCode = 9) {
+    Registration made;
+    made.hotKey =
+        hotKeys.registerEventHotKey(keyCode, HotKeys::kCommandKey | HotKeys::kShiftKey, {1, 2},
+                                    [&](HotKeys::Status status) { made.status = status; });
+    return made;
+  }
+  static std::string chord(int key) {
+    std::string text = "xdotool";
+    for (const int each : {kShift, kSuper, key}) text += " keydown " + std::to_string(each);
+    for (const int each : {key, kSuper, kShift}) text += " keyup " + std::to_string(each);
+    return text;
+  }
+  /// How many presses were told for one of that key.
+  int press(int key) {
+    const int before = presses;
+    run(chord(key));
+    sync();
+    return presses - before;
+  }
+
+  void takeKeyboard() {
+    panel.show();
+    server.takeKeyboard(panel.winId(), [this] { ++losses; });
+    EXPECT_TRUE(wait([&] { return focus() == panel.winId() && panel.isActive(); }));
+  }
+  void giveKeyboardBack() {
+    server.giveKeyboardBack(panel.winId());
+    panel.hide();
   }
   std::optional<Result> post() {
     std::optional<Result> result;
@@ -49,63 +176,338 @@ class X11DesktopTest : public testing::Test {
     return result;
   }
 
-  std::unique_ptr<X11Connection> x11 = X11Connection::open().connection;
+  QTemporaryDir folder;
+  std::vector<std::unique_ptr<QProcess>> terminals;
   test::FakeLog log;
   test::FakeStrings strings;
   test::FakeDesktop desktop;
   QtRunLoop loop;
+  std::unique_ptr<X11Connection> x11 = X11Connection::open().connection;
   X11Time time{*x11};
-  X11Workspace workspace{*x11, time};
-  X11Pasteboard pasteboard{*x11, time, log};
+  InputOnlyWindow probe{*x11, XCB_EVENT_MASK_NO_EVENT};
   X11Keyboard keyboard{*x11};
+  X11RawInput rawInput{*x11};
+  X11Pasteboard pasteboard{*x11, time, log};
+  X11Workspace workspace{*x11, time};
+  X11HotKeys hotKeys{*x11, keyboard, rawInput, log};
+  X11WindowServer server{*x11, time, workspace};
+  X11EventMonitors monitors{*x11, keyboard, rawInput};
   X11KeyEvents keys{*x11, keyboard, workspace, pasteboard, loop, desktop, strings};
+  int presses = 0;
+  std::unique_ptr<EventHandler> onPress =
+      hotKeys.installEventHandler([this](const EventHotKeyID& pressed) {
+        EXPECT_EQ(pressed, (EventHotKeyID{1, 2}));
+        ++presses;
+      });
+  int losses = 0;
+  Panel panel;
 };
 
 TEST_F(X11DesktopTest, AWindowComesBackToTheFrontFromWhereverItIsUntilItHasQuit) {
   EXPECT_EQ(front(), "");
-  const auto first = open("First");
+  QProcess& first = open("First");
   const RunningApplication remembered = *workspace.frontmostApplication();
   const std::string id = std::to_string(xcbWindow(remembered.window));
-  const auto second = open("Second");
+  open("Second", "+0+400");
   for (const std::string& away :
        {"getwindowname " + id, "windowminimize " + id, "set_desktop_for_window " + id + " 2"}) {
     ASSERT_TRUE(wait([&] { return bringToFront("Second"); })) << away;
-    xdotool(away);
+    run("xdotool " + away);
+    sync();
     EXPECT_EQ(workspace.activate(remembered), Workspace::Activation::kAsked);
     EXPECT_TRUE(wait([&] { return front() == "First"; })) << away;
-    xdotool("set_desktop 0 set_desktop_for_window " + id + " 0");
+    run("xdotool set_desktop 0 set_desktop_for_window " + id + " 0");
   }
-  first->kill();
+  end(first);
   EXPECT_TRUE(wait([&] { return workspace.activate(remembered) == Workspace::Activation::kGone; }));
 }
 
 TEST_F(X11DesktopTest, NothingIsPostedWhileAPanelOfThisProgramHasTheKeyboard) {
-  const auto own = open("Own");
-  const std::string id = std::to_string(xcbWindow(workspace.frontmostApplication()->window));
-  const QStringList claim = {"-id", id.c_str(), "-f",          "_NET_WM_PID",
-                             "32c", "-set",     "_NET_WM_PID", QString::number(getpid())};
-  QProcess::execute("xprop", claim);
+  open("Own");
+  const std::string pid = std::to_string(getpid());
+  run("xprop -id " + std::to_string(xcbWindow(workspace.frontmostApplication()->window)) +
+      " -f _NET_WM_PID 32c -set _NET_WM_PID " + pid);
   EXPECT_TRUE(wait([&] { return front().empty(); }));
-  EXPECT_EQ(post(), Result::kPosted) << "a window of its own is as good as another";
+  EXPECT_EQ(post(), Result::kPosted) << "a managed window of its own is no panel";
 
-  xcb_connection_t* xcb = x11->xcb();
-  const xcb_window_t panel = xcb_generate_id(xcb);
-  const std::uint32_t overrideRedirect = 1, pid = static_cast<std::uint32_t>(getpid());
-  xcb_create_window(xcb, XCB_COPY_FROM_PARENT, panel, x11->root(), 0, 0, 50, 50, 0,
-                    XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
-                    &overrideRedirect);
-  xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, panel, x11->atoms().wmPid, XCB_ATOM_CARDINAL, 32,
-                      1, &pid);
-  xcb_map_window(xcb, panel);
-  xcb_set_input_focus(xcb, XCB_INPUT_FOCUS_PARENT, panel, XCB_CURRENT_TIME);
-  xcb_flush(xcb);
-  ASSERT_TRUE(wait([&] { return workspace.ownPanelInFront(); }));
+  takeKeyboard();
+  ASSERT_TRUE(workspace.ownPanelInFront());
   EXPECT_EQ(post(), Result::kFailed);
-  loop.asyncAfter(std::chrono::milliseconds(100), [&] {
-    xcb_destroy_window(xcb, panel);
-    xcb_flush(xcb);
-  });
+  loop.asyncAfter(std::chrono::milliseconds(100), [&] { giveKeyboardBack(); });
   EXPECT_EQ(post(), Result::kPosted);
+}
+
+TEST_F(X11DesktopTest, AHotKeyIsPressedOnceWhicheverLocksAreOnAndHoweverLongItIsHeld) {
+  const auto hotKey = registerHotKey();
+  ASSERT_EQ(hotKey.status, 0);
+  run("xmodmap -e 'add mod3 = Scroll_Lock'");
+  for (const std::string locks :
+       {"", "Caps_Lock", "Num_Lock", "Scroll_Lock", "Caps_Lock Num_Lock Scroll_Lock"}) {
+    const std::string toggle = locks.empty() ? "true" : "xdotool key " + locks;
+    run(toggle);
+    sync();
+    EXPECT_EQ(press(kKeyOfV), 1) << locks;
+    run(toggle);
+  }
+  presses = 0;
+  run("xset r rate 100 50; xdotool keydown 50 keydown 133 keydown 55; sleep 0.3");
+  EXPECT_EQ(presses, 1) << "held";
+  const QString again = "sleep 0.2; xdotool keyup 55 keydown 55 keyup 55 keyup 133 keyup 50";
+  QProcess::execute("sh", {"-c", again});  // with the program too busy to look
+  sync();
+  EXPECT_EQ(presses, 2) << "let go and pressed again between two repeats";
+}
+
+TEST_F(X11DesktopTest, AHotKeyReachesNobodyElse) {
+  open("First");
+  const auto hotKey = registerHotKey();
+  std::unique_ptr<EventHandler> once =
+      hotKeys.installEventHandler([&](const EventHotKeyID&) { once.reset(); });
+  run(chord(kKeyOfV) + " && xdotool key x");
+  EXPECT_TRUE(wait([&] { return !typedInto("First").empty(); }));
+  EXPECT_EQ(typedInto("First"), "x");
+  EXPECT_EQ(presses, 1);
+}
+
+TEST_F(X11DesktopTest, AHotKeyThatAnotherProgramHasIsRefusedWholeAndFreeAfterwards) {
+  EXPECT_NE(registerHotKey(8).status, 0);
+  auto other = X11Connection::open().connection;
+  ASSERT_TRUE(grab(*other, kKeyOfV, kModifiers | XCB_MOD_MASK_LOCK));
+  const auto refused = registerHotKey();
+  EXPECT_EQ(refused.status, kBadAccess);
+  EXPECT_TRUE(grab(*other, kKeyOfV, kModifiers)) << "nothing was kept";
+  other.reset();
+  Registration hotKey;
+  ASSERT_TRUE(wait([&] {
+    if (hotKey.status != 0) hotKey = registerHotKey();
+    return hotKey.status == 0;
+  }));
+  EXPECT_EQ(registerHotKey().status, kBadAccess) << "it is taken already";
+  EXPECT_EQ(press(kKeyOfV), 1);
+  other = X11Connection::open().connection;
+  EXPECT_FALSE(grab(*other, kKeyOfV, kModifiers));
+  hotKey.hotKey.reset();
+  EXPECT_EQ(press(kKeyOfV), 0);
+  EXPECT_TRUE(grab(*other, kKeyOfV, kModifiers));
+}
+
+TEST_F(X11DesktopTest, AHotKeyFollowsTheLayoutAndWhatItCannotTakeIsLogged) {
+  const auto hotKey = registerHotKey();
+  const auto lockGroup = [&](std::uint8_t group) {
+    xcb_xkb_latch_lock_state(x11->xcb(), XCB_XKB_ID_USE_CORE_KBD, 0, 0, 1, group, 0, 0, 0);
+    x11->flush();
+  };
+  const struct {
+    const char* layout;
+    std::uint8_t group;
+    int key;
+  } kCases[] = {
+      {"us,ru", 1, kKeyOfV}, {"us,dvorak", 0, kKeyOfV}, {"us,dvorak", 1, kKeyOfVInDvorak},
+      {"ru,us", 0, kKeyOfV}, {"ru", 0, kKeyOfV},        {"dvorak", 0, kKeyOfVInDvorak},
+      {"us", 0, kKeyOfV},
+  };
+  for (const auto& [layout, group, key] : kCases) {
+    run(std::string("setxkbmap -layout ") + layout);
+    lockGroup(group);
+    EXPECT_TRUE(wait([&] { return press(key) == 1; })) << layout << int{group};
+    EXPECT_EQ(press(kKeyOfV + kKeyOfVInDvorak - key), 0) << layout << int{group};
+  }
+  EXPECT_TRUE(log.lines.empty());
+  const auto other = X11Connection::open().connection;
+  ASSERT_TRUE(grab(*other, kKeyOfVInDvorak, kModifiers));
+  run("setxkbmap -layout dvorak");
+  EXPECT_TRUE(wait([&] { return log.has("the hotkey is out of use"); }));
+  run("setxkbmap -layout us");
+  EXPECT_TRUE(wait([&] { return press(kKeyOfV) == 1; }));
+}
+
+TEST_F(X11DesktopTest, ThePanelHasTheKeyboardWhileTheApplicationStaysInFront) {
+  open("First");
+  const auto hotKey = registerHotKey();
+  const xcb_window_t before = xcbWindow(workspace.frontmostApplication()->window);
+  for (int round = 0; round < 3; ++round) {
+    panel.keys = 0;
+    takeKeyboard();
+    sync();
+    EXPECT_EQ(front(), "First");
+    EXPECT_TRUE(workspace.ownPanelInFront());
+    EXPECT_EQ(press(kKeyOfV), 1);
+    takeKeyboard();
+    run("xdotool key a");
+    EXPECT_TRUE(wait([&] { return panel.keys > 0; }));
+    server.giveKeyboardBack(panel.winId());
+    EXPECT_EQ(focus(), before) << "when the call returns";
+    panel.hide();
+    sync();
+    EXPECT_EQ(focus(), before);
+    EXPECT_EQ(front(), "First");
+  }
+  run("xdotool key x");
+  EXPECT_TRUE(wait([&] { return typedInto("First") == "x"; }));
+  EXPECT_EQ(losses, 0);
+}
+
+TEST_F(X11DesktopTest, TheLossOfTheKeyboardIsToldOnceAndTheFrontIsLiveAgain) {
+  open("First");
+  open("Second", "+0+400");
+  takeKeyboard();
+  EXPECT_EQ(front(), "Second");
+  EXPECT_TRUE(wait([&] {
+    if (losses == 0) activate("First");
+    return losses == 1 && front() == "First";
+  }));
+  giveKeyboardBack();
+  sync();
+  EXPECT_EQ(front(), "First");
+  EXPECT_EQ(losses, 1);
+}
+
+TEST_F(X11DesktopTest, AWindowThatIsClickedKeepsTheKeyboardThatIsGivenBackMeanwhile) {
+  if (!managed()) GTEST_SKIP() << "a click gives the focus to nobody";
+  open("First");
+  open("Second", "+0+400");
+  for (int round = 0; round < 3; ++round) {
+    ASSERT_TRUE(wait([&] { return bringToFront("Second"); }));
+    takeKeyboard();
+    const auto monitor = monitors.addGlobalMouseDownMonitor([&] { giveKeyboardBack(); });
+    run("xdotool mousemove 60 60 click 1");
+    EXPECT_TRUE(wait([&] { return !panel.isVisible() && front() == "First"; }));
+    sync();
+    EXPECT_EQ(front(), "First");
+    EXPECT_NE(focus(), panel.winId());
+  }
+}
+
+TEST_F(X11DesktopTest, NothingDanglesWhenAWindowGoesAway) {
+  open("Other", "+0+400");
+  QProcess& terminal = open("First");
+  takeKeyboard();
+  run("xdotool windowunmap " + std::to_string(panel.winId()));
+  EXPECT_TRUE(wait([&] { return losses == 1; })) << "the panel was hidden";
+  EXPECT_TRUE(wait([&] { return bringToFront("Other"); })) << "the front is live";
+  giveKeyboardBack();
+
+  ASSERT_TRUE(wait([&] { return bringToFront("First"); }));
+  takeKeyboard();
+  end(terminal);
+  sync();
+  giveKeyboardBack();
+  EXPECT_NE(focus(), static_cast<xcb_window_t>(XCB_INPUT_FOCUS_NONE)) << "nobody to go back to";
+  EXPECT_NE(focus(), panel.winId());
+  ASSERT_TRUE(wait([&] { return bringToFront("Other"); }));
+
+  takeKeyboard();
+  panel.destroy();
+  EXPECT_TRUE(wait([&] { return bringToFront("Other"); })) << "the panel is gone";
+}
+
+TEST_F(X11DesktopTest, KeysAreToldByPlaceModifiersAndWhatTheyType) {
+  std::vector<KeyDownEvent> told;
+  bool consume = false;
+  const auto monitor = monitors.addLocalKeyDownMonitor([&](const KeyDownEvent& press) {
+    const bool modifier =
+        press.charactersIgnoringModifiers.empty() && press.keyCode == KeyDownEvent::kOtherKey;
+    if (!modifier) told.push_back(press);
+    return modifier || consume;
+  });
+  takeKeyboard();
+  constexpr auto kOther = KeyDownEvent::kOtherKey;
+  constexpr auto kShiftOn = KeyDownEvent::kShiftFlag, kControlOn = KeyDownEvent::kControlFlag,
+                 kOptionOn = KeyDownEvent::kOptionFlag, kCommandOn = KeyDownEvent::kCommandFlag;
+  const struct {
+    const char* layout;
+    const char* keys;  // in xdotool's words; numbers above 9 are key codes
+    std::uint16_t keyCode;
+    std::uint64_t flags;
+    const char* characters;  // null: any
+  } kCases[] = {
+      {"us", "key 36", 36, 0, nullptr},
+      {"us", "key 104", 76, 0, nullptr},
+      {"us", "key 23", 48, 0, nullptr},
+      {"us", "keydown 50 key 23 keyup 50", 48, kShiftOn, nullptr},
+      {"us", "key Escape", 53, 0, nullptr},
+      {"us", "key 112", 116, 0, nullptr},
+      {"us", "key 117", 121, 0, nullptr},
+      {"us", "key 113", 123, 0, nullptr},
+      {"us", "key 114", 124, 0, nullptr},
+      {"us", "key 116", 125, 0, nullptr},
+      {"us", "key 111", 126, 0, nullptr},
+      {"us", "key 81", 116, 0, nullptr},
+      {"us", "key 88", 125, 0, nullptr},
+      {"us", "key Num_Lock key 88 key Num_Lock", kOther, 0, "2"},
+      {"us", "key 12", kOther, 0, "3"},
+      {"us", "keydown 64 key 12 keyup 64", kOther, kOptionOn, "3"},
+      {"us", "keydown 37 key 55 keyup 37", kOther, kControlOn, "v"},
+      {"us", "keydown 133 key 12 keyup 133", kOther, kCommandOn, "3"},
+      {"us", "keydown 50 key 12 keyup 50", kOther, kShiftOn, "#"},
+      {"us", "key Caps_Lock key 55 key Caps_Lock", kOther, 0, "V"},
+      {"fr", "key 10", kOther, 0, "&"},
+      {"fr", "keydown 50 key 10 keyup 50", kOther, kShiftOn, "1"},
+      {"fr", "key 11", kOther, 0, "é"},
+      {"ru", "key 55", kOther, 0, "м"},
+  };
+  std::string layout = "us";
+  for (const auto& expected : kCases) {
+    const std::string what = std::string(expected.layout) + " " + expected.keys;
+    if (std::exchange(layout, expected.layout) != expected.layout) {
+      run("setxkbmap -layout " + layout);
+      sync();
+    }
+    for (const bool swallowed : {false, true}) {
+      consume = swallowed;
+      told.clear();
+      panel.keys = 0;
+      run(std::string("xdotool ") + expected.keys);
+      ASSERT_TRUE(wait([&] { return !told.empty() && (swallowed || panel.keys > 0); })) << what;
+      EXPECT_EQ(told.size(), 1U) << what;
+      EXPECT_EQ(panel.keys, swallowed ? 0 : 1) << what;
+      EXPECT_EQ(told[0].keyCode, expected.keyCode) << what;
+      EXPECT_EQ(told[0].modifierFlags, expected.flags) << what;
+      if (!expected.characters) continue;
+      EXPECT_EQ(told[0].charactersIgnoringModifiers, expected.characters) << what;
+    }
+  }
+}
+
+TEST_F(X11DesktopTest, ClicksAreToldByWhoseWindowTheyAreOn) {
+  open("First");
+  takeKeyboard();
+  int elsewhere = 0, self = 0;
+  std::vector<WindowId> own;
+  const auto local =
+      monitors.addLocalMouseDownMonitor([&](WindowId window) { own.push_back(window); });
+  auto global = monitors.addGlobalMouseDownMonitor([&] { ++elsewhere; });
+  std::unique_ptr<EventMonitor> once = monitors.addGlobalMouseDownMonitor([&] {
+    ++self;
+    once.reset();
+  });
+  const auto click = [&](const char* what) {
+    run(std::string("xdotool mousemove ") + what);
+    sync();
+    return std::pair(std::exchange(elsewhere, 0), std::exchange(own, {}));
+  };
+  using Told = std::pair<int, std::vector<WindowId>>;
+  EXPECT_EQ(click("60 60 click 1"), Told(1, {}));
+  EXPECT_EQ(click("60 60 click 4"), Told(0, {})) << "the wheel";
+  EXPECT_EQ(click("700 500 click 1"), Told(1, {})) << "no window at all";
+  EXPECT_EQ(click("850 650 click 1"), Told(0, {static_cast<WindowId>(panel.winId())}));
+  EXPECT_EQ(self, 1) << "a monitor that removed itself";
+  global.reset();
+  EXPECT_EQ(click("60 60 click 1"), Told(0, {}));
+}
+
+TEST_F(X11DesktopTest, WindowsAreCompositedWhileACompositingManagerRuns) {
+  EXPECT_FALSE(server.isCompositing());
+  auto client = X11Connection::open().connection;
+  {
+    const InputOnlyWindow manager(*client, XCB_EVENT_MASK_NO_EVENT);
+    xcb_set_selection_owner(client->xcb(), manager.id(), client->atoms().compositingManager,
+                            XCB_CURRENT_TIME);
+    client->flush();
+    EXPECT_TRUE(wait([&] { return server.isCompositing(); }));
+  }
+  client.reset();
+  EXPECT_TRUE(wait([&] { return !server.isCompositing(); }));
 }
 
 }  // namespace
