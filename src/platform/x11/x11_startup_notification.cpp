@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/x11/input_only_window.h"
+
 namespace brimlo {
 namespace {
 
@@ -21,13 +23,11 @@ std::string removeMessage(const std::string& id) {
 void completeStartup(X11Connection& x11, const std::string& id) {
   const std::string message = removeMessage(id);
   // The pieces of a message are told apart by the window, which need not be shown.
-  const xcb_window_t window = xcb_generate_id(x11.xcb());
-  xcb_create_window(x11.xcb(), XCB_COPY_FROM_PARENT, window, x11.root(), 0, 0, 1, 1, 0,
-                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+  const InputOnlyWindow window(x11, XCB_EVENT_MASK_NO_EVENT);
   xcb_client_message_event_t piece{};
   piece.response_type = XCB_CLIENT_MESSAGE;
   piece.format = 8;
-  piece.window = window;
+  piece.window = window.id();
   piece.type = x11.atoms().startupInfoBegin;
   for (std::size_t at = 0; at < message.size(); at += sizeof piece.data.data8) {
     std::memset(piece.data.data8, 0, sizeof piece.data.data8);
@@ -37,7 +37,6 @@ void completeStartup(X11Connection& x11, const std::string& id) {
                    reinterpret_cast<const char*>(&piece));
     piece.type = x11.atoms().startupInfo;
   }
-  xcb_destroy_window(x11.xcb(), window);
   x11.flush();
 }
 
