@@ -122,7 +122,7 @@ TEST(PostgresStore, AServerThatWasResetOrRestoredIsPulledAnew) {
   }
 }
 
-TEST(PostgresStore, AReaderFromBeforeTheChangesThatAreKeptMissesNoDeletion) {
+TEST(PostgresStore, AReaderFromBeforeWhatIsKeptOfChangesPullsEverythingAnew) {
   PostgresBackend backend;
   const auto writer = backend.session(), reader = backend.session();
   save(*writer, {clipRecord("5")});

@@ -31,7 +31,7 @@ TEST(SqliteStore, TheFileIsPrivateAndBeginsWithItsSeed) {
   EXPECT_EQ(contentsOf(*backend.session(), "Template").size(), 1u) << "it is no new file";
 }
 
-TEST(SqliteStore, OtherProgramsMayWriteIntoTheFileWhateverTheyWrite) {
+TEST(SqliteStore, WhatOtherProgramsWriteIntoTheFileIsReadWhateverItIs) {
   SqliteBackend backend;
   const auto session = backend.session();
   statusOf(*session);
@@ -101,7 +101,7 @@ TEST(SqliteStore, AFullDiskFailsThePushAndNothingElse) {
   EXPECT_EQ(namesIn(*backend.session()), (Names{"a", "b"}));
 }
 
-TEST(SqliteStore, AFolderThatCannotBeUsedMayBeUsableLaterAndIsLoggedOnce) {
+TEST(SqliteStore, AnUnusableFolderIsATemporaryFaultAndIsLoggedOnce) {
   SqliteBackend backend;
   backend.file = "/proc/nowhere/sync.sqlite";
   const auto session = backend.session();

@@ -17,7 +17,7 @@
 namespace brimlo::test {
 
 /// Stands between a client, one at a time, and a server on this machine, on a thread of its own,
-/// and fails on demand. Ends once its client has.
+/// and fails on demand. Must outlive its clients: the destructor waits for them to disconnect.
 class Relay {
  public:
   /// `server`: its TCP port.

@@ -132,7 +132,7 @@ std::optional<CloudError> MirroredDatabase::push(std::span<const RecordPtr> savi
                                                  std::span<const RecordID> deleting) {
   const auto answer = store_->push(saving, deleting);
   if (const auto* pushed = std::get_if<RecordStore::Push>(&answer)) {
-    // Where somebody else's changes came in between, the next query pulls those and these.
+    // If somebody else's changes came in between, the next query pulls both theirs and these.
     if (pushed->before == mirrored_) {
       apply(saving, deleting);
       mirrored_ = current_ = pushed->after;

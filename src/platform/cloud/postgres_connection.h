@@ -26,8 +26,8 @@ struct PostgresPatience {
 /// libpq's keywords with their values.
 using PostgresParameters = std::vector<std::pair<std::string, std::string>>;
 
-/// A connection to a PostgreSQL server (its protocol's version 3, through libpq). No wait is longer
-/// than its `PostgresPatience` allows, but for that for the name service. One thread at a time.
+/// A connection to a PostgreSQL server (its protocol's version 3, through libpq). Waits no longer
+/// than its `PostgresPatience` allows, except for the name service. One thread at a time.
 class PostgresConnection {
  public:
   struct Fault {
@@ -101,7 +101,7 @@ class PostgresConnection {
   unsigned names_ = 0;                           // how many were made
   PostgresPatience patience_;
   Clock::time_point end_;  // when the patience with what is under way ends
-  bool silent_ = false;    // the server was waited for in vain
+  bool silent_ = false;    // the patience ran out
   bool lost_ = false;      // its state is unknown, it must not be used again
 };
 

@@ -29,7 +29,7 @@ constexpr const char* kPlace =
     "SELECT revision, stamp, EXISTS (SELECT FROM brimlo.change WHERE owner = current_user"
     " AND revision = $1 AND uuid_send(stamp) = $2)"
     " FROM brimlo.account WHERE owner = current_user";
-// True of rows that changed after the place $1, $2, and of all rows where it is not known.
+// True of rows that changed after the place $1, $2, or of all rows if that place is not known.
 const std::string kIsNews =
     "owner = current_user AND revision > coalesce((SELECT max(revision) FROM brimlo.change"
     " WHERE owner = current_user AND revision = $1 AND uuid_send(stamp) = $2), -1)";

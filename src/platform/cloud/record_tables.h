@@ -28,7 +28,7 @@ std::span<const RecordTable> recordTables();
 /// The table for `type`, which must have one.
 const RecordTable& recordTable(std::string_view type);
 
-/// No longer string, in bytes, is read from a database: no text on the pasteboard is longer either.
+/// The largest string, in bytes, that is read from a database. The pasteboard has the same limit.
 constexpr std::size_t kLargestString = kLargestText;
 
 }  // namespace brimlo

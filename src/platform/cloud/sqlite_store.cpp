@@ -50,7 +50,7 @@ std::string saveStatement(const RecordTable& table) {
   return sql;
 }
 
-/// A prepared statement. What made a step fail, the database's error code tells.
+/// A prepared statement. Why a step failed is told by its database's error code.
 class Statement {
  public:
   Statement(sqlite3* database, const std::string& sql) {
@@ -222,7 +222,7 @@ std::optional<std::string> SqliteStore::makeTables() {
   return std::nullopt;
 }
 
-/// What the last call failed with. Remembers a damage.
+/// Why the last call failed. Remembers damage.
 std::string SqliteStore::fault() {
   if (!database_) return sqlite3_errstr(SQLITE_CANTOPEN);
   const std::string why = sqlite3_errmsg(database_.get());
