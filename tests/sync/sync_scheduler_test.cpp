@@ -62,6 +62,8 @@ TEST_F(SyncTest, ARunBringsTheCloudHereAndSaysSo) {
   EXPECT_EQ(status(), "sync.status.idle");
   EXPECT_TRUE(localTemplateRecords(files, "/data").empty());
   here.sync([&] { here.scheduler.syncNow(0); });  // dropped: a run is under way
+  here.background.run();
+  loop.drain();
   EXPECT_EQ(shortForms(here.store.clips().value()), "d:4@4 c:3@3 b:2@2 a:1@1");
   EXPECT_EQ(templateIds(), (Strings{"1st", "2nd", "3rd", "4th"}));
   EXPECT_EQ(status(), "sync.status.done 4");
