@@ -28,7 +28,6 @@ ClipStore::ClipStore(FileSystem& files, SystemLog& log, const std::string& dataF
   }
   if (auto ids = tombstonesFile_.load(decodeIds)) {
     deletedIds_ = std::make_shared<IdSet>(std::move(*ids));
-    tombstonesFile_.setHeld(deletedIds_);
   }
 }
 
