@@ -11,7 +11,7 @@ void DebugMenuPanels::show() {
   const auto panel = std::prev(panels_.end());
   panel->window = services_.makeWindow(*panel->content);
   TitledWindow& window = *panel->window;
-  // Its own event must be over before it goes.
+  // The window is destroyed later, when the event that closes it has been handled.
   const auto close = anchor_.guard([this, panel] {
     if (std::exchange(panel->closing, true)) return;
     panel->window->orderOut();

@@ -15,7 +15,7 @@ enum class Edge { kTop, kBottom, kLeft, kRight };
 Edge edgeOf(const Rect& item, const Screen& screen) {
   struct Distance {
     Edge edge;
-    double fromWorkArea;  // below 0: in the room that a panel keeps for itself
+    double fromWorkArea;  // negative in the strip that a panel keeps free for itself
     double fromScreen;
   };
   const Rect& work = screen.visibleFrame;
@@ -29,7 +29,7 @@ Edge edgeOf(const Rect& item, const Screen& screen) {
       distances.begin(), distances.end(),
       [](const Distance& a, const Distance& b) { return a.fromWorkArea < b.fromWorkArea; });
   if (innermost->fromWorkArea < 0) return innermost->edge;
-  // A panel that keeps no room, because it hides.
+  // The panel keeps no strip free, because it hides itself.
   return std::min_element(
              distances.begin(), distances.end(),
              [](const Distance& a, const Distance& b) { return a.fromScreen < b.fromScreen; })
@@ -75,7 +75,7 @@ MenuBarController::~MenuBarController() {
 
 void MenuBarController::toggle(const std::optional<Rect>& item) {
   if (isOpen()) return close();
-  // The click that is reported here had closed the window before.
+  // The same click, seen as a click elsewhere, has just closed the window.
   if (std::exchange(closedByThisClick_, false)) return;
   open(item);
 }
@@ -126,13 +126,13 @@ void MenuBarController::fit() {
 }
 
 void MenuBarController::closeSoon() {
-  // Not while the window's own events are being dealt with.
+  // The window may be handling an event, and must not be destroyed before that is over.
   services_.queue.async(anchor_.guard([this] { close(); }));
 }
 
 void MenuBarController::closeByClick() {
   closeSoon();
-  // A tray reports a click on the icon after the click itself.
+  // If it was a click on the icon, the tray reports it later, when the button is released.
   constexpr std::chrono::milliseconds kLongClick{400};
   closedByThisClick_ = true;
   services_.queue.asyncAfter(kLongClick, anchor_.guard([this] { closedByThisClick_ = false; }));

@@ -31,12 +31,12 @@ class MenuBarController {
   explicit MenuBarController(Services services);
   ~MenuBarController();
 
-  /// The icon, which is at `item`, was clicked: opens the window, or closes it. `item` may be but a
-  /// point.
+  /// The icon, which is at `item`, was clicked: opens the window, or closes it. `item` may have no
+  /// size, as when a tray says only where the click was.
   void toggle(const std::optional<Rect>& item);
 
-  /// Opens the window beside `item`; where it is not known, in a corner of the screen that the
-  /// pointer is on. An open one comes to the front.
+  /// Opens the window beside `item`; without one, in a corner of the screen that the pointer is on.
+  /// A window that is open already comes to the front.
   void open(const std::optional<Rect>& item);
 
   /// Does nothing when it is closed.
@@ -60,9 +60,9 @@ class MenuBarController {
   WeakAnchor anchor_;
 };
 
-/// Where a window of `size` goes that belongs to an icon at `item`: beside it, away from the edge
-/// of the screen that the icon's panel is on, and within `screen.visibleFrame` as far as it fits;
-/// its top edge does in any case. Returns its bottom left corner.
+/// The bottom left corner of a window of `size` that belongs to an icon at `item`: beside the icon,
+/// away from the edge of the screen that the icon's panel is on, and within `screen.visibleFrame`.
+/// A window that is too high for that extends below it.
 Point originBeside(const Rect& item, Size size, const Screen& screen);
 
 }  // namespace brimlo

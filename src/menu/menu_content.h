@@ -25,7 +25,7 @@ struct MenuRow {
 struct MenuPage {
   std::string label;  ///< above the rows; empty where there is none
   std::vector<MenuRow> rows;
-  std::optional<std::string> previous;  ///< the text of the button; none where there is none
+  std::optional<std::string> previous;  ///< the text of the button; none without such a page
   std::optional<std::string> next;
 
   bool operator==(const MenuPage&) const = default;
@@ -63,7 +63,7 @@ struct FooterItem {
 struct MenuAlert {
   std::string title;
   std::string message;
-  std::string confirm;  ///< destroys something
+  std::string confirm;  ///< the answer that goes through with it
   std::string cancel;
 
   bool operator==(const MenuAlert&) const = default;
@@ -73,7 +73,7 @@ struct MenuAlert {
 struct MenuContent {
   std::string title;
   std::string count;
-  std::string empty;  ///< what stands in place of the history; empty when there is one
+  std::string empty;  ///< the text in place of the history while there is none, else empty
   MenuPage history;
   MenuPage templates;  ///< without rows when there are no templates
   std::vector<FooterItem> footer;

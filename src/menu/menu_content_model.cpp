@@ -49,7 +49,7 @@ MenuContentModel::MenuContentModel(Services services)
 
 void MenuContentModel::activateClip(std::size_t position) {
   if (position >= shownClips_.size()) return;
-  const ClipPtr clip = shownClips_[position];  // which the copy moves elsewhere
+  const ClipPtr clip = shownClips_[position];  // kept, because the copy makes other rows
   services_.copyClip(*clip);
 }
 

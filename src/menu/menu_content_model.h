@@ -22,7 +22,7 @@ namespace brimlo {
 class MenuContentModel {
  public:
   static constexpr std::int64_t kPageSize = 25;
-  /// So many rows at the beginning of the history's page have a key: Control and their number.
+  /// How many rows of the history's page have a shortcut: Control and their number.
   static constexpr std::size_t kShortcuts = 9;
 
   /// What it shows and what its commands do. All of it outlives the model.
@@ -93,7 +93,7 @@ class MenuContentModel {
   std::int64_t historyPage_;
   std::int64_t templatePage_ = 0;
   bool showingClearConfirm_ = false;
-  // The records of the rows as they are shown: what is clicked is what was seen.
+  // The records behind the rows on screen, so that a click acts on what was seen.
   std::vector<ClipPtr> shownClips_;
   std::vector<Template> shownTemplates_;
   Published<MenuContent> content_{MenuContent()};

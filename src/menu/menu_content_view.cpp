@@ -17,9 +17,9 @@ namespace {
 constexpr int kWidth = 320;
 constexpr int kHistoryHeight = 300;
 constexpr int kTemplatesHeight = 160;
-constexpr int kSide = 12;   // of the header and the footer
-constexpr int kAbove = 10;  // and below them
-constexpr int kRing = 4;    // room of the footer's items for the ring around them
+constexpr int kSide = 12;   // left and right of the header and the footer
+constexpr int kAbove = 10;  // above and below them
+constexpr int kRing = 4;    // around the footer's items, for the ring that marks one
 constexpr ui::TextStyle kCaption2 = ui::kSmallCaption;
 
 QString toQt(const std::string& text) {
@@ -62,7 +62,7 @@ void MenuContentView::paintEvent(QPaintEvent*) {
 
 void MenuContentView::keyPressEvent(QKeyEvent* event) {
   const auto modifiers = event->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier);
-  // Whatever digits the keyboard has, and with Shift where it needs that for them.
+  // Digits of any script, and with Shift, which some keyboard layouts need for digits.
   const int digit = event->key() <= 0xFFFF ? QChar(event->key()).digitValue() : -1;
   const bool isShortcut = digit >= 1 && digit <= static_cast<int>(MenuContentModel::kShortcuts);
   if (modifiers == Qt::ControlModifier && isShortcut && !alert_) {
@@ -254,7 +254,7 @@ void MenuContentView::showPage(Section& section, const MenuPage& page) {
 void MenuContentView::showAlert(const std::optional<MenuAlert>& alert) {
   if (alert.has_value() == (alert_ != nullptr)) return;
   if (!alert) {
-    alert_->deleteLater();  // one of its buttons may be what was pressed
+    alert_->deleteLater();  // one of its buttons may still be handling its click
     alert_->hide();
     alert_ = nullptr;
     history_->list->setFocus();

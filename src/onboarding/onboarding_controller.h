@@ -51,7 +51,7 @@ class OnboardingController {
   /// Shows the window at its first step, in front.
   void present();
 
-  /// Takes the text of a clip that was just captured into the history.
+  /// To be called with the text of each clip that was captured into the history.
   void checkCapturedText(const CanonicalText& text);
 
  private:

@@ -271,7 +271,7 @@ void OnboardingView::observe() {
     copyGuide_->setVisible(!copied);
     copyFeedback_->setVisible(copied);
     highlight(copyCard_, copied);
-    if (copied && field_->isVisible()) field_->setFocus();  // where it is to go next
+    if (copied && field_->isVisible()) field_->setFocus();  // the sample is to be pasted there next
   }));
   subscriptions_.push_back(state_.practicePasted.observe([this](bool pasted) {
     pasteFeedback_->setVisible(pasted);

@@ -7,8 +7,8 @@
 namespace brimlo {
 namespace {
 
-/// Whether whatever matches `query` matches `before`: it goes on with a character that cannot
-/// combine with the last one of `before`.
+/// Whether every text that matches `query` also matches `before`: `query` continues `before` with a
+/// character that cannot combine with the last one of it.
 bool narrows(std::string_view query, std::string_view before) {
   return query.starts_with(before) &&
          (query.size() == before.size() || isAscii(query.substr(before.size(), 1)));

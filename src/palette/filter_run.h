@@ -20,20 +20,21 @@ struct QuickPasteSnapshot {
   QuickPasteItems::Templates allTemplates = std::make_shared<const std::vector<TemplatePtr>>();
 };
 
-/// What a filter leaves of a snapshot.
+/// The rows of a snapshot that match a filter.
 struct QuickPasteMatches {
   std::string query;  ///< the filter, white space at its ends removed
   QuickPasteItems::Picks clips;
   QuickPasteItems::Picks templates;
 };
 
-/// The filter at work, which can be interrupted, within a long text too. Main thread.
+/// The work of one filter, which can be interrupted, even within a long text. Main thread.
 ///
-/// A clip matches by its text, a template by its title or its body. The order stays. Letters added
-/// to the end of a filter can only make it stricter, so only the matches before are looked at.
+/// A clip matches by its text, a template by its title or its body. The rows stay in order. Letters
+/// added to the end of a filter can only make it stricter, so only the matches before are looked
+/// at.
 class FilterRun {
  public:
-  /// `query`: of the filter as typed. `before`: matches in the same snapshot.
+  /// `query`: the filter as typed. `before`: the matches of an earlier filter in this snapshot.
   FilterRun(const QuickPasteSnapshot& snapshot, const std::string& query, const std::string& locale,
             const QuickPasteMatches& before);
 
@@ -45,7 +46,7 @@ class FilterRun {
   const QuickPasteMatches& matches() const { return matches_; }
 
  private:
-  /// Searches the current text from where the last call stopped; none when it stopped again.
+  /// Whether `text` matches; none when it was interrupted. The next call goes on from there.
   std::optional<bool> searchOn(std::string_view text);
   std::optional<bool> currentMatches();
 
@@ -54,11 +55,11 @@ class FilterRun {
   CaseInsensitiveSearch search_;
   QuickPasteItems::Picks clipCandidates_;
   QuickPasteItems::Picks templateCandidates_;
-  std::size_t clipCount_;      // of the candidates
+  std::size_t clipCount_;      // how many candidates there are
   std::size_t templateCount_;  // likewise
   std::vector<std::uint32_t> foundClips_;
   std::vector<std::uint32_t> foundTemplates_;
-  std::size_t next_ = 0;      // the candidate to look at: the clips come first
+  std::size_t next_ = 0;      // index of the current candidate; the clips come first
   std::size_t nextByte_ = 0;  // in its text
   bool titleSearched_ = false;
   std::size_t searched_ = 0;  // bytes since `mustStop` was last asked

@@ -31,7 +31,7 @@ std::int64_t count(const QuickPasteItems& items) {
   return static_cast<std::int64_t>(items.size());
 }
 
-/// `value`, but at least `low` and, which counts more, at most `high`.
+/// `value` between `low` and `high`. Where `low` is greater than `high`, `high` counts.
 double clamped(double value, double low, double high) {
   return std::min(std::max(value, low), high);
 }
@@ -95,7 +95,7 @@ void QuickPasteController::dismiss() {
 void QuickPasteController::confirmItem(std::int64_t row) {
   if (row < 0 || row >= count(state_.items.value())) return;
   const QuickPasteItem item = state_.items.value()[static_cast<std::size_t>(row)];
-  // First of all the application that was in front takes the keyboard back.
+  // First, so that the application that was in front has the keyboard back.
   dismiss();
   if (const ClipPtr clip = item.clip()) {
     if (onConfirm_) onConfirm_(*clip);
@@ -260,7 +260,7 @@ void QuickPasteController::positionPanel(KeyablePanel& panel) {
   if (!screen) screen = services_.screens.mainScreen();
   if (!screen) return;
   if (!pointer) return panel.setFrameOrigin(originCentered(size, screen->visibleFrame));
-  // It hangs below the pointer, whose place is in the title row, away from the rows.
+  // The pointer is on the title row, so that it selects none of the rows.
   constexpr double kAbovePointer = 40, kMargin = 8;
   const Rect& visible = screen->visibleFrame;
   panel.setFrameOrigin({clamped(pointer->x - size.width / 2, visible.minX() + kMargin,
@@ -298,7 +298,7 @@ void QuickPasteController::removeMonitors() {
 }
 
 void QuickPasteController::dismissSoon() {
-  // The click is delivered first.
+  // Later, so that the click reaches its window first.
   services_.queue.async(anchor_.guard([this] { dismiss(); }));
 }
 

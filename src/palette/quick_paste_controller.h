@@ -48,7 +48,7 @@ class QuickPasteController {
 
   QuickPasteViewState& state() { return state_; }
 
-  /// Where the rows come from at each showing; none gives none.
+  /// Gives the rows at each opening; without a provider there are none.
   void setClipsProvider(std::function<ClipList()> provider);
   void setTemplatesProvider(std::function<std::vector<Template>()> provider);
   /// What is done with a chosen row, after the palette has closed.
@@ -73,7 +73,7 @@ class QuickPasteController {
   /// Closes it and hands on the item in `row`; does nothing where there is no such row.
   void confirmItem(std::int64_t row);
 
-  /// The rules of the list, which need no screen.
+  /// What the list does, without a panel on screen.
   void beginPresentation(ClipList clips, const std::vector<Template>& templates,
                          QuickPasteSection section, const std::optional<std::string>& query);
   void applyFilter(const std::string& query);
@@ -103,7 +103,7 @@ class QuickPasteController {
   std::unique_ptr<EventMonitor> globalClickMonitor_;
   std::unique_ptr<EventMonitor> localClickMonitor_;
   QuickPasteSnapshot snapshot_;
-  QuickPasteMatches matches_;          // of the snapshot, the last ones published
+  QuickPasteMatches matches_;          // in the snapshot; the last ones published
   std::shared_ptr<FilterRun> filter_;  // under way; null otherwise
   std::function<ClipList()> clipsProvider_;
   std::function<std::vector<Template>()> templatesProvider_;

@@ -31,7 +31,7 @@ double rightOf(const QRectF& rect) {
   return rect.right() - kHorizontalPadding;
 }
 
-/// What the content of a row has after its badge.
+/// The part of a row after its badge.
 QRectF contentOf(const QRectF& rect) {
   return rect.adjusted(kHorizontalPadding + kBadge + kSpacing, 0, 0, 0);
 }

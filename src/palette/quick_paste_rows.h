@@ -33,7 +33,7 @@ class QuickPasteRows : public ui::RowSource {
   void paint(QPainter& painter, std::size_t row, const QRectF& rect) override;
   QString name(std::size_t row) override;
 
-  /// The items are others.
+  /// To be called when the state has other items.
   void forgetLayouts() { layouts_.clear(); }
 
  private:
@@ -47,7 +47,7 @@ class QuickPasteRows : public ui::RowSource {
   const QuickPasteViewState& state_;
   const QuickPasteColors& colors_;
   std::unordered_map<std::size_t, Lines> layouts_;
-  double layoutWidth_ = 0;  // the width of the rows that they are for
+  double layoutWidth_ = 0;  // the width of a row when they were made
 };
 
 }  // namespace brimlo

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kTextWidth = 228;
 constexpr double kDimming = 0.28;
-constexpr double kDimmingRadius = 10;  // as the corners of what it may cover
+constexpr double kDimmingRadius = 10;  // of the popover that it may cover
 
 Button* answer(const QString& label, const QColor& text, const QColor& fill,
                std::function<void()> onClick) {
@@ -78,7 +78,7 @@ void Alert::paintEvent(QPaintEvent*) {
 }
 
 void Alert::mousePressEvent(QMouseEvent* event) {
-  event->accept();  // nothing under it is reached
+  event->accept();  // or the widget below would get it
 }
 
 }  // namespace brimlo::ui

@@ -7,7 +7,7 @@
 
 namespace brimlo::ui {
 
-/// A question over a window, which does nothing else until it is answered.
+/// A question that covers a window until it is answered.
 class Alert : public QWidget {
  public:
   struct Texts {
@@ -16,7 +16,7 @@ class Alert : public QWidget {
     QString confirm;
     QString cancel;
   };
-  /// Covers `over`, which it belongs to, and takes the keyboard.
+  /// Covers `over`, which becomes its parent, and takes the keyboard.
   Alert(QWidget* over, const Texts& texts, const WindowColors& colors,
         std::function<void()> onConfirm, std::function<void()> onCancel);
 

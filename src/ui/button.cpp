@@ -12,7 +12,7 @@
 namespace brimlo::ui {
 namespace {
 
-constexpr double kRingRadius = 4;  // of a button without a shape
+constexpr double kRingRadius = 4;  // of a button without fill and border
 
 }  // namespace
 
@@ -45,7 +45,7 @@ QSize Button::sizeHint() const {
           static_cast<int>(std::ceil(metrics.height())) + 2 * look_.verticalPadding};
 }
 
-/// What a symbol takes, with the room between it and the text.
+/// The width of a symbol and of the gap between it and the text; 0 without a symbol.
 double Button::symbolRoom(const QString& symbol) const {
   return symbol.isEmpty() ? 0 : symbolSize(symbol, look_.style).width() + look_.spacing;
 }

@@ -11,7 +11,7 @@
 namespace brimlo::ui {
 
 /// A push button: a text, a symbol before or after it, on a rounded rectangle where it has a fill
-/// or a border. While the keyboard is on it, a ring around it says so.
+/// or a border. A ring marks it while it has the keyboard.
 class Button : public Pressable {
  public:
   struct Look {

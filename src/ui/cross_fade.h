@@ -10,10 +10,10 @@ namespace brimlo::ui {
 /// Lies over a widget and lets its former look fade into the new one (ease-in-out).
 class CrossFade : public QWidget {
  public:
-  /// `over`: the widget, which it belongs to and covers.
+  /// `over` becomes its parent.
   CrossFade(QWidget* over, int milliseconds);
 
-  /// Runs `change`, which changes the look at once, and shows it as a transition.
+  /// Runs `change`, which gives the widget its new look at once, and fades from the former one.
   void run(const std::function<void()>& change);
 
  protected:

@@ -11,8 +11,8 @@ namespace brimlo::ui {
 /// The width that `text` takes on one line.
 double textWidth(const QString& text, const TextStyle& style);
 
-/// Draws `text` on one line at the left of `rect`, in its middle, cut with an ellipsis where it is
-/// too long.
+/// Draws `text` on one line at the left edge of `rect`, vertically centred; one that is too long
+/// ends in an ellipsis.
 void paintText(QPainter& painter, const QRectF& rect, const QString& text, const TextStyle& style,
                const QColor& color);
 
@@ -20,13 +20,13 @@ void paintText(QPainter& painter, const QRectF& rect, const QString& text, const
 void paintBadge(QPainter& painter, const QRectF& rect, double radius, const QString& text,
                 const TextStyle& style, const QColor& color, const QColor& fill);
 
-/// One line of text in a stack, which may be given less room than it wants.
+/// One line of text in a stack. Given less room than it needs, it ends in an ellipsis.
 class Label : public QLabel {
  public:
   Label(const QString& text, const TextStyle& style, const QColor& color);
 
   void setColor(const QColor& color);
-  /// Never takes less room than its text.
+  /// Makes it take no less room than its text needs. Returns the label itself.
   Label* rigid();
 
   QSize sizeHint() const override;

@@ -5,8 +5,8 @@
 
 namespace brimlo::ui {
 
-/// The beginning of `text` (UTF-8), as much as two lines of a narrow row can show, as one line:
-/// without line breaks and without what has no look of its own.
+/// The beginning of `text` (UTF-8) on one line, more of it than any row can show. Line breaks and
+/// tabs become spaces, other control characters are left out.
 QString oneLine(std::string_view text);
 
 }  // namespace brimlo::ui

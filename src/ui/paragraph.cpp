@@ -14,7 +14,7 @@ Paragraph::Paragraph(const QString& text, const TextStyle& style, const QColor& 
   QTextLayout layout;
   const double height = layOut(layout, options.width);
   setFixedSize(options.width, static_cast<int>(std::ceil(height)));
-  // The narrowest lines that are not more.
+  // The smallest width at which the text needs no more lines than at its full width.
   int tooNarrow = 0;
   while (lineWidth_ - tooNarrow > 1) {
     const int between = (tooNarrow + lineWidth_) / 2;

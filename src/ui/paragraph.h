@@ -8,13 +8,13 @@
 
 namespace brimlo::ui {
 
-/// A text of as many lines as it needs in the width it is given. Never cut; its lines are about
-/// equally long, so that no word is left alone on the last one.
+/// A text on as many lines as it needs, never cut. The lines are about equally long, so that no
+/// word stands alone on the last one.
 class Paragraph : public QLabel {
  public:
   struct Options {
     int width;
-    int lineSpacing = 0;  ///< beside the font's own
+    int lineSpacing = 0;  ///< added to the font's own
     Qt::Alignment alignment = Qt::AlignHCenter;
   };
   Paragraph(const QString& text, const TextStyle& style, const QColor& color,

@@ -4,13 +4,14 @@
 
 namespace brimlo::ui {
 
-/// What is pressed by a click, by Space or by Return.
+/// A button that a click, Space or Return presses.
 class Pressable : public QAbstractButton {
  public:
   Pressable();
 
  protected:
-  /// Whether the keyboard is on it, and it should be seen that it is.
+  /// Whether a ring should show that it has the keyboard: after Tab brought it there, not after a
+  /// click.
   bool isRinged() const { return ringed_; }
 
   void keyPressEvent(QKeyEvent* event) override;

@@ -148,7 +148,7 @@ QSize RowList::sizeHint() const {
 }
 
 QSize RowList::minimumSizeHint() const {
-  constexpr int kLeastHeight = 80;  // where the screen is low
+  constexpr int kLeastHeight = 80;  // on a low screen
   return {0, std::min(sizeHint().height(), kLeastHeight)};
 }
 
@@ -218,7 +218,7 @@ void RowList::scrollTo(double position) {
 
 void RowList::mouseMoveEvent(QMouseEvent* event) {
   if (grip_) return dragIndicator(event->position().y());
-  // A window that appears or scrolls under a pointer at rest is no doing of the person's.
+  // The toolkit also reports a move when the window appears or scrolls under a pointer at rest.
   if (event->globalPosition() == pointer_) return;
   pointer_ = event->globalPosition();
   hover(event->position());

@@ -50,7 +50,7 @@ class RowList : public QWidget {
   void setRows(std::size_t count);
   void setSelectedRow(std::size_t row);
 
-  /// Scrolls so that the middle of `row` is in the middle, in 0.12 seconds.
+  /// Scrolls `row` to the middle of the list, in 0.12 seconds.
   void scrollToCenter(std::size_t row);
   void scrollToTop();
 
@@ -101,9 +101,9 @@ class RowList : public QWidget {
   std::function<void(std::size_t)> onHover_;
   std::optional<std::size_t> hovered_;
   std::optional<std::size_t> pressed_;
-  bool ringed_ = false;
-  std::optional<double> grip_;  // where the indicator was gripped, from its top
-  QPointF pointer_;             // on the screen, when it moved last
+  bool ringed_ = false;         // whether the ring is shown
+  std::optional<double> grip_;  // from the indicator's top to the pointer that drags it
+  QPointF pointer_;             // its last known place on the screen
   QVariantAnimation scrolling_;
 };
 

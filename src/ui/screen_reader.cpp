@@ -15,7 +15,7 @@ namespace {
 
 class RowListAccessible;
 
-/// A row of a list, made when somebody asks for it.
+/// A row of a list, made when a screen reader asks for it.
 class RowAccessible : public QAccessibleInterface, public QAccessibleActionInterface {
  public:
   RowAccessible(RowListAccessible& list, std::size_t row) : list_(list), row_(row) {}
@@ -85,8 +85,8 @@ class RowListAccessible : public QAccessibleWidget {
   mutable std::unordered_map<std::size_t, QAccessible::Id> rows_;
 };
 
-/// A button of the kit: an ordinary one, a switch, or a tab, as `role` says. What it is made of is
-/// nothing to a screen reader.
+/// A button of the kit: an ordinary one, a switch, or a tab, as `role` says. The labels in it are
+/// hidden from screen readers, since its name says the same.
 class ButtonAccessible : public QAccessibleWidget {
  public:
   ButtonAccessible(QAbstractButton& button, QAccessible::Role role)

@@ -17,8 +17,8 @@ struct Plane {
   std::uint8_t* row(int y) { return bytes.data() + std::ptrdiff_t{y} * width; }
 };
 
-/// The mean of each byte and its neighbours in its row, `radius` on both sides, as the plane
-/// turned by its diagonal. Twice, it has blurred both ways.
+/// Replaces each byte by the mean of its row from `radius` bytes before it to `radius` bytes after
+/// it, and transposes the plane. Done twice, this blurs in both directions.
 Plane blurredAndTurned(Plane& plane, int radius) {
   Plane turned{plane.height, plane.width, std::vector<std::uint8_t>(plane.bytes.size())};
   const int window = 2 * radius + 1;

@@ -11,9 +11,9 @@ namespace brimlo::ui {
 /// A radius that makes a capsule of any rectangle.
 inline constexpr double kCapsule = 1e6;
 
-/// A rectangle with continuous corners: its edge bends gradually, where an arc of a circle would
-/// begin at once. `radius`: of the circle that passes through the middle of the corner; no more
-/// than half of a side is used.
+/// A rectangle with continuous corners: its edge bends gradually instead of turning into an arc at
+/// once. `radius` is that of the circle through the middle of the corner; more than half of the
+/// shorter side counts as half of it.
 QPainterPath roundedRect(const QRectF& rect, double radius);
 
 /// `rect` with its edges moved to the nearest edges of the painter's device pixels, where lines are
@@ -33,9 +33,9 @@ struct Shadow {
   double blurRadius;  ///< how far the edge spreads: two standard deviations
   QPointF offset;
 };
-/// The shadow that a rounded rectangle `rect` casts into an image of `size`. Both are in
-/// device-independent pixels, `scale` of them make a pixel of the image. The image has nothing but
-/// alpha, a quarter of the memory.
+/// The shadow that a rounded rectangle `rect` casts, as an image of `size`. Both are in
+/// device-independent pixels, each of them `scale` pixels of the image wide. The image holds only
+/// alpha, which takes a quarter of the memory.
 QImage shadowImage(QSize size, const QRectF& rect, double radius, const Shadow& shadow,
                    double scale);
 

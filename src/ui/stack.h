@@ -7,12 +7,12 @@
 
 namespace brimlo::ui {
 
-/// Room that a stack has to spare goes here.
+/// Takes up the room that the other items of a stack leave.
 struct Spacer {};
 
 using StackItem = std::variant<QWidget*, Spacer>;
 
-/// The same room on both sides.
+/// Equal margins left and right, and above and below.
 inline QMargins padding(int horizontal, int vertical) {
   return {horizontal, vertical, horizontal, vertical};
 }
@@ -23,12 +23,12 @@ struct StackOptions {
 };
 
 /// Lays out `into` as a row, its items centred vertically, or as a column, its items as wide as it
-/// is. `into` takes the items over.
+/// is. The items become children of `into`.
 void layOutRow(QWidget& into, const StackOptions& options, std::initializer_list<StackItem> items);
 void layOutColumn(QWidget& into, const StackOptions& options,
                   std::initializer_list<StackItem> items);
 
-/// A new widget, which the caller puts into another, with such a layout.
+/// Make a new widget with such a layout, which the caller puts into another.
 QWidget* row(const StackOptions& options, std::initializer_list<StackItem> items);
 QWidget* column(const StackOptions& options, std::initializer_list<StackItem> items);
 

@@ -15,7 +15,7 @@ QString fileOf(const QString& name) {
   return ":/symbols/" + name + ".svg";
 }
 
-/// The size that the symbol is drawn in, in whatever unit.
+/// The size of the symbol's drawing, of which only the proportions matter.
 QSizeF drawnSize(const QString& name) {
   static QHash<QString, QSizeF> known;  // reading a drawing takes long, and rows ask in every frame
   QSizeF& drawn = known[name];

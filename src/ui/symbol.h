@@ -20,7 +20,7 @@ void paintSymbol(QPainter& painter, const QString& name, const QRectF& rect, con
 /// The symbol as a square icon, crisp at every size.
 QIcon symbolIcon(const QString& name, const QColor& color);
 
-/// A symbol in a stack. It says nothing to a screen reader: what stands beside it does.
+/// A symbol in a stack. Screen readers skip it and read the text beside it.
 class Symbol : public QWidget {
  public:
   Symbol(QString name, const TextStyle& style, const QColor& color);

@@ -31,7 +31,7 @@ TextField::TextField(const TextStyle& style, const Colors& colors, const Pastebo
   setFrame(false);
   setFont(ui::font(style));
   setPadding(0, 0);
-  // Its menu would ask the toolkit's clipboard.
+  // Its menu would paste from the toolkit's clipboard.
   setContextMenuPolicy(Qt::NoContextMenu);
   QPalette palette;
   QColor selection = colors.tint;

@@ -23,7 +23,7 @@ class TextField : public QLineEdit {
   /// `pasteboard` outlives the field.
   TextField(const TextStyle& style, const Colors& colors, const Pasteboard& pasteboard);
 
-  /// Room around the text that belongs to the field: a click there goes into it.
+  /// Room around the text that belongs to the field, so that a click there puts the caret into it.
   void setPadding(int horizontal, int vertical);
 
   QSize sizeHint() const override;

@@ -8,8 +8,8 @@
 namespace brimlo::ui {
 namespace {
 
-/// The family with rounded letters that belongs to that of `font`, else that of `font`. Asking for
-/// it takes long, and it is asked for in every frame.
+/// The rounded variant of the family of `font`, or that family where there is none. It is
+/// remembered, because looking it up takes long and every frame needs it.
 QString roundedFamily(const QFont& font) {
   static QHash<QString, QString> known;
   QString& rounded = known[font.family()];

@@ -55,7 +55,7 @@ void UpdaterModel::checkIfDue() {
   double last = 0;
   std::from_chars(stored.data(), stored.data() + stored.size(), last);
   const double since = services_.clock.nowMs() - last;
-  // A clock that was set back is no reason never to look again.
+  // A last check in the future means that the clock was set back: it does not count.
   if (since >= 0 && since < services_.settings.intervalSeconds * 1000) return;
   if (!reading_) readFeed(Asked::kByTheClock);
 }
@@ -110,7 +110,7 @@ void UpdaterModel::present(UpdatesContent content) {
 }
 
 void UpdaterModel::close() {
-  // An answer that comes later is no longer asked for.
+  // An answer that comes later is treated like that of an automatic check.
   if (reading_ == Asked::kByThePerson) reading_ = Asked::kByTheClock;
   open_ = false;
   if (window_) window_->orderOut();

@@ -45,7 +45,7 @@ void UpdatesView::build() {
   if (content_) {
     layout()->removeWidget(content_);
     content_->hide();
-    content_->deleteLater();  // one of its buttons may be what was pressed
+    content_->deleteLater();  // one of its buttons may still be handling its click
   }
   const UpdatesContent& shown = state_.content.value();
   const ui::WindowColors colors = ui::windowColors(appearance_.value());

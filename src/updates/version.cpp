@@ -28,7 +28,7 @@ std::string_view takePart(std::string_view& rest) {
   return part;
 }
 
-/// A word, nothing or zero, another number.
+/// The order of kinds of parts: a word, then nothing or zero, then any other number.
 int rank(std::string_view part) {
   if (part.empty() || part == "0") return 1;
   return isDigit(part.front()) ? 2 : 0;

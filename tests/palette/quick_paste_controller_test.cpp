@@ -294,7 +294,7 @@ TEST_F(QuickPasteControllerTest, ItClosesWhenThePersonTurnsAway) {
   EXPECT_TRUE(panel.visible);
 }
 
-/// A clock that is read often enough to let every slice of work end.
+/// Moves on at each reading, so that every slice of work is soon over.
 class HastyClock : public Clock {
  public:
   double nowMs() const override { return now += 3; }

@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(CompareVersions, GoesByPartsAndKnowsWhatIsNotOutYet) {
+TEST(CompareVersions, PartByPartAndPreReleasesFirst) {
   // Each is newer than the one before it.
   const char* const ascending[] = {"",      "0.9",     "0.10",    "1.0a1",
                                    "1.0b2", "1.0-rc1", "1.0",     "1.0.0.1",
@@ -51,7 +51,7 @@ class UpdaterModelTest : public testing::Test, public UpdateFeed, public UrlOpen
         .version = "1.2"});
   }
 
-  /// Lets so much time pass at once.
+  /// Lets `time` pass in one step, as while the machine sleeps.
   void pass(std::chrono::hours time) {
     loop.now += static_cast<double>(std::chrono::milliseconds(time).count());
     loop.advance(1ms);
