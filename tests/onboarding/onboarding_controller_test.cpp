@@ -75,12 +75,13 @@ TEST_F(OnboardingControllerTest, ThePermissionIsPolledFromPresentationToTheEnd) 
   for (int i = 0; i < 2; ++i) controller->present();
   EXPECT_EQ(loop.runningTimers(), 1u);
   log.lines.clear();
-  loop.advance(2s);
   for (const bool trusted : {true, false}) {
+    loop.advance(2100ms);
     desktop.trusted = trusted;
-    loop.advance(700ms);
+    loop.advance(699ms);
+    EXPECT_EQ(controller->state().axTrusted.value(), !trusted);
+    loop.advance(1ms);
     EXPECT_EQ(controller->state().axTrusted.value(), trusted);
-    loop.advance(2s);
   }
   EXPECT_EQ(log.lines, (std::vector<std::string>{"onboarding AX poll -> trusted=true",
                                                  "onboarding AX poll -> trusted=false"}));

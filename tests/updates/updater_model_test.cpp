@@ -141,6 +141,7 @@ TEST_F(UpdaterModelTest, LooksOnceADayAndSpeaksUpOnlyForWhatIsNewAndWanted) {
     ASSERT_EQ(readings, each.readings);
     if (const auto then = std::exchange(answer, nullptr)) then(each.answer);
     EXPECT_EQ(window.visible, each.visible);
+    EXPECT_TRUE(!each.visible || model->state().content.value().offersSkip);
   }
   EXPECT_EQ(opened, std::vector<std::string>{"https://page/1.4"});
 }
