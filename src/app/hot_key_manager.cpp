@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/key_events.h"
+#include "platform/key_codes.h"
 
 namespace brimlo {
 namespace {
@@ -23,7 +23,7 @@ void HotKeyManager::registerHotKey() {
   }
   state_ = State::kAsked;
   auto hotKey = hotKeys_.registerEventHotKey(
-      KeyEvent::kVirtualKeyV, HotKeys::kCommandKey | HotKeys::kShiftKey, kHotKeyID,
+      key_code::kV, hot_key_modifier::kCommand | hot_key_modifier::kShift, kHotKeyID,
       [this](HotKeys::Status status) { registrationAnswered(status); });
   // It may have been refused from within the call.
   if (state_ != State::kUnregistered) hotKeyRef_ = std::move(hotKey);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/unicode_text.h"
+#include "platform/key_codes.h"
 
 namespace brimlo {
 
@@ -55,8 +56,8 @@ void PasteDelivery::postCommandV() {
     underWay_ = false;
     deliverNext();
   });
-  services_.keys.post({KeyEvent::kVirtualKeyV, true, KeyEvent::kCommandFlag},
-                      {KeyEvent::kVirtualKeyV, false, KeyEvent::kCommandFlag},
+  services_.keys.post({key_code::kV, true, modifier_flag::kCommand},
+                      {key_code::kV, false, modifier_flag::kCommand},
                       anchor_.guard([this, goOn](KeyEventPoster::Result result) {
                         if (result == KeyEventPoster::Result::kPosted) {
                           services_.log.write("posted Cmd-V");

@@ -4,21 +4,10 @@
 #include <utility>
 
 #include "base/unicode_text.h"
+#include "platform/key_codes.h"
 
 namespace brimlo {
 namespace {
-
-// Virtual key codes of the keys that drive the list.
-constexpr std::uint16_t kReturn = 36;
-constexpr std::uint16_t kTab = 48;
-constexpr std::uint16_t kEscape = 53;
-constexpr std::uint16_t kKeypadEnter = 76;
-constexpr std::uint16_t kPageUp = 116;
-constexpr std::uint16_t kPageDown = 121;
-constexpr std::uint16_t kLeftArrow = 123;
-constexpr std::uint16_t kRightArrow = 124;
-constexpr std::uint16_t kDownArrow = 125;
-constexpr std::uint16_t kUpArrow = 126;
 
 constexpr std::int64_t kPage = 8;
 
@@ -149,39 +138,39 @@ void QuickPasteController::moveSelection(std::int64_t step) {
 bool QuickPasteController::handleKeyDown(const KeyDownEvent& event) {
   const bool composing = panel_ && panel_->isComposing();
   switch (event.keyCode) {
-    case kReturn:
-    case kKeypadEnter:
+    case key_code::kReturn:
+    case key_code::kKeypadEnter:
       if (composing) return false;
       finishFilter();
       confirmItem(state_.selectedIndex.value());
       return true;
-    case kTab:
+    case key_code::kTab:
       if (composing) return false;
       setSection(other(state_.section.value()));
       return true;
-    case kEscape:
+    case key_code::kEscape:
       if (composing) return false;
       dismiss();
       return true;
-    case kPageUp:
-    case kPageDown:
-      moveSelection(event.keyCode == kPageUp ? -kPage : kPage);
+    case key_code::kPageUp:
+    case key_code::kPageDown:
+      moveSelection(event.keyCode == key_code::kPageUp ? -kPage : kPage);
       return true;
-    case kLeftArrow:
-    case kRightArrow:
+    case key_code::kLeftArrow:
+    case key_code::kRightArrow:
       if (composing || !state_.query.value().empty()) return false;
-      moveSelection(event.keyCode == kLeftArrow ? -kPage : kPage);
+      moveSelection(event.keyCode == key_code::kLeftArrow ? -kPage : kPage);
       return true;
-    case kDownArrow:
-    case kUpArrow:
+    case key_code::kDownArrow:
+    case key_code::kUpArrow:
       if (composing) return false;
-      moveSelection(event.keyCode == kDownArrow ? 1 : -1);
+      moveSelection(event.keyCode == key_code::kDownArrow ? 1 : -1);
       return true;
     default:
       break;
   }
   const bool shortcut =
-      (event.modifierFlags & (KeyDownEvent::kCommandFlag | KeyDownEvent::kControlFlag)) != 0;
+      (event.modifierFlags & (modifier_flag::kCommand | modifier_flag::kControl)) != 0;
   if (shortcut || composing || !state_.query.value().empty()) return false;
   const std::optional<std::int64_t> number = wholeNumber(event.charactersIgnoringModifiers);
   if (!number || *number < 1 || *number > count(state_.items.value())) return false;

@@ -5,20 +5,15 @@
 #include <memory>
 #include <string>
 
+#include "platform/key_codes.h"
 #include "platform/window_id.h"
 
 namespace brimlo {
 
 /// A key pressed in a window of this program, repeats included.
 struct KeyDownEvent {
-  static constexpr std::uint64_t kShiftFlag = 0x20000;
-  static constexpr std::uint64_t kControlFlag = 0x40000;
-  static constexpr std::uint64_t kOptionFlag = 0x80000;
-  static constexpr std::uint64_t kCommandFlag = 0x100000;
-  static constexpr std::uint16_t kOtherKey = 0xFFFF;
-
-  std::uint16_t keyCode = kOtherKey;  ///< a virtual key code; `kOtherKey` where none is known
-  std::uint64_t modifierFlags = 0;
+  std::uint16_t keyCode = key_code::kOther;
+  std::uint64_t modifierFlags = 0;  ///< of `modifier_flag`
   /// What the key types with no modifier but Shift and the lock keys, UTF-8; may be empty.
   std::string charactersIgnoringModifiers;
 };

@@ -4,6 +4,8 @@
 #include <functional>
 #include <memory>
 
+#include "platform/key_codes.h"
+
 namespace brimlo {
 
 /// Tells hotkeys apart.
@@ -29,10 +31,6 @@ class EventHandler {
 /// Keys that work whatever application is in front. Main thread.
 class HotKeys {
  public:
-  /// Modifiers of a hotkey, as `registerEventHotKey` takes them.
-  static constexpr std::uint32_t kCommandKey = 0x100;
-  static constexpr std::uint32_t kShiftKey = 0x200;
-
   virtual ~HotKeys() = default;
 
   using Handler = std::function<void(const EventHotKeyID&)>;
@@ -45,7 +43,8 @@ class HotKeys {
   /// Asks for a key for this program, whichever lock keys are on, to be kept when the keyboard's
   /// layout changes. Calls `answered` once: from within the call, or later from the run loop where
   /// the session asks the person or another process first. It fails where another program has the
-  /// key. `keyCode`: a virtual key code.
+  /// key. `keyCode`: of `key_code`. `modifiers`: of
+  /// `hot_key_modifier`.
   ///
   /// The token is the request and, when that was granted, the registration. It is never null. When
   /// it ends before the answer, `answered` is not called. `answered` may end it.

@@ -3,17 +3,15 @@
 #include <cstdint>
 #include <functional>
 
+#include "platform/key_codes.h"
+
 namespace brimlo {
 
-/// A synthetic key event. The codes and flags are the logic's own; the desktop's are found where
-/// they are posted.
+/// A synthetic key event.
 struct KeyEvent {
-  static constexpr std::uint16_t kVirtualKeyV = 9;
-  static constexpr std::uint64_t kCommandFlag = 0x100000;
-
-  std::uint16_t virtualKey;
+  std::uint16_t virtualKey;  ///< of `key_code`
   bool down;
-  std::uint64_t flags;
+  std::uint64_t flags;  ///< of `modifier_flag`
 
   bool operator==(const KeyEvent&) const = default;
 };

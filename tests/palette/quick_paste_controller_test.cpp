@@ -156,7 +156,7 @@ TEST_F(QuickPasteControllerTest, TheSelectionMovesByRowsAndPagesAndStopsAtTheEnd
 }
 
 TEST_F(QuickPasteControllerTest, KeysActOnTheListOrTypeIntoTheFilter) {
-  constexpr auto kOther = KeyDownEvent::kOtherKey;
+  constexpr auto kOther = key_code::kOther;
   const struct {
     const char* query;
     KeyDownEvent event;
@@ -164,15 +164,15 @@ TEST_F(QuickPasteControllerTest, KeysActOnTheListOrTypeIntoTheFilter) {
     Texts confirmed;
   } cases[] = {
       {"", {kReturn, 0, "\r"}, true, {"clip 0"}},
-      {"2", {kEnter, KeyDownEvent::kShiftFlag, "\r"}, true, {"clip 2"}},
+      {"2", {kEnter, modifier_flag::kShift, "\r"}, true, {"clip 2"}},
       {"none", {kReturn, 0, "\r"}, true, {}},
-      {"", {kOther, KeyDownEvent::kOptionFlag, "3"}, true, {"clip 2"}},
+      {"", {kOther, modifier_flag::kOption, "3"}, true, {"clip 2"}},
       {"", {kOther, 0, "三"}, true, {"clip 2"}},
       {"", {kOther, 0, "5"}, false, {}},
       {"", {kOther, 0, "0"}, false, {}},
       {"", {kOther, 0, "a"}, false, {}},
-      {"", {kOther, KeyDownEvent::kCommandFlag, "1"}, false, {}},
-      {"", {kOther, KeyDownEvent::kControlFlag, "1"}, false, {}},
+      {"", {kOther, modifier_flag::kCommand, "1"}, false, {}},
+      {"", {kOther, modifier_flag::kControl, "1"}, false, {}},
       {"c", {kOther, 0, "1"}, false, {}},
       {" ", {kLeft, 0, ""}, false, {}},
       {"", {kLeft, 0, ""}, true, {}},

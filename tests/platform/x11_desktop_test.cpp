@@ -15,6 +15,7 @@
 #include "platform/x11/x11_event_monitors.h"
 #include "platform/x11/x11_hot_keys.h"
 #include "platform/x11/x11_key_events.h"
+#include "platform/x11/x11_pasteboard.h"
 #include "platform/x11/x11_properties.h"
 #include "platform/x11/x11_window_id.h"
 #include "platform/x11/x11_window_server.h"
@@ -80,8 +81,9 @@ class X11DesktopTest : public testing::Test {
         ask.type = atom("_NET_REQUEST_FRAME_EXTENTS");
         xcb_send_event(x11->xcb(), 0, x11->root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                        reinterpret_cast<const char*>(&ask));
-        EXPECT_TRUE(
-            wait([&] { return numberProperty(*x11, probe.id(), extents, XCB_ATOM_CARDINAL); }));
+        EXPECT_TRUE(wait([&] {
+          return numberProperty(*x11, probe.id(), extents, XCB_ATOM_CARDINAL).has_value();
+        }));
       }
       bool answered = false;
       time.now([&](xcb_timestamp_t) { answered = true; });
@@ -141,8 +143,8 @@ class X11DesktopTest : public testing::Test {
   Registration registerHotKey(std::uint32_t keyCode = 9) {
     Registration made;
     made.hotKey =
-        hotKeys.registerEventHotKey(keyCode, HotKeys::kCommandKey | HotKeys::kShiftKey, {1, 2},
-                                    [&](HotKeys::Status status) { made.status = status; });
+        hotKeys.registerEventHotKey(keyCode, hot_key_modifier::kCommand | hot_key_modifier::kShift,
+                                    {1, 2}, [&](HotKeys::Status status) { made.status = status; });
     return made;
   }
   static std::string chord(int key) {
@@ -170,7 +172,8 @@ class X11DesktopTest : public testing::Test {
   }
   std::optional<Result> post() {
     std::optional<Result> result;
-    keys.post({9, true, KeyEvent::kCommandFlag}, {9, false, KeyEvent::kCommandFlag},
+    keys.post({key_code::kV, true, modifier_flag::kCommand},
+              {key_code::kV, false, modifier_flag::kCommand},
               [&](Result posted) { result = posted; });
     wait([&] { return result.has_value(); });
     return result;
@@ -179,8 +182,6 @@ class X11DesktopTest : public testing::Test {
   QTemporaryDir folder;
   std::vector<std::unique_ptr<QProcess>> terminals;
   test::FakeLog log;
-  test::FakeStrings strings;
-  test::FakeDesktop desktop;
   QtRunLoop loop;
   std::unique_ptr<X11Connection> x11 = X11Connection::open().connection;
   X11Time time{*x11};
@@ -192,7 +193,7 @@ class X11DesktopTest : public testing::Test {
   X11HotKeys hotKeys{*x11, keyboard, rawInput, log};
   X11WindowServer server{*x11, time, workspace};
   X11EventMonitors monitors{*x11, keyboard, rawInput};
-  X11KeyEvents keys{*x11, keyboard, workspace, pasteboard, loop, desktop, strings};
+  X11KeyEvents keys{*x11, keyboard, workspace, pasteboard, loop};
   int presses = 0;
   std::unique_ptr<EventHandler> onPress =
       hotKeys.installEventHandler([this](const EventHotKeyID& pressed) {
@@ -275,6 +276,7 @@ TEST_F(X11DesktopTest, AHotKeyThatAnotherProgramHasIsRefusedWholeAndFreeAfterwar
   ASSERT_TRUE(grab(*other, kKeyOfV, kModifiers | XCB_MOD_MASK_LOCK));
   const auto refused = registerHotKey();
   EXPECT_EQ(refused.status, kBadAccess);
+  sync();
   EXPECT_TRUE(grab(*other, kKeyOfV, kModifiers)) << "nothing was kept";
   other.reset();
   Registration hotKey;
@@ -406,14 +408,14 @@ TEST_F(X11DesktopTest, KeysAreToldByPlaceModifiersAndWhatTheyType) {
   bool consume = false;
   const auto monitor = monitors.addLocalKeyDownMonitor([&](const KeyDownEvent& press) {
     const bool modifier =
-        press.charactersIgnoringModifiers.empty() && press.keyCode == KeyDownEvent::kOtherKey;
+        press.charactersIgnoringModifiers.empty() && press.keyCode == key_code::kOther;
     if (!modifier) told.push_back(press);
     return modifier || consume;
   });
   takeKeyboard();
-  constexpr auto kOther = KeyDownEvent::kOtherKey;
-  constexpr auto kShiftOn = KeyDownEvent::kShiftFlag, kControlOn = KeyDownEvent::kControlFlag,
-                 kOptionOn = KeyDownEvent::kOptionFlag, kCommandOn = KeyDownEvent::kCommandFlag;
+  constexpr auto kOther = key_code::kOther;
+  constexpr auto kShiftOn = modifier_flag::kShift, kControlOn = modifier_flag::kControl,
+                 kOptionOn = modifier_flag::kOption, kCommandOn = modifier_flag::kCommand;
   const struct {
     const char* layout;
     const char* keys;  // in xdotool's words; numbers above 9 are key codes

@@ -13,79 +13,54 @@
 namespace brimlo {
 namespace {
 
-constexpr std::uint16_t kPageUp = 116;
-constexpr std::uint16_t kPageDown = 121;
-
 bool isPageKey(const KeyDownEvent& press) {
-  return press.keyCode == kPageUp || press.keyCode == kPageDown;
+  return press.keyCode == key_code::kPageUp || press.keyCode == key_code::kPageDown;
 }
 
-/// The virtual key code of what a key gives.
+/// The virtual key code of the key that gives `symbol`.
 std::uint16_t keyCodeOf(xkb_keysym_t symbol) {
   switch (symbol) {
     case XKB_KEY_Return:
-      return 36;
+      return key_code::kReturn;
     case XKB_KEY_Tab:
     case XKB_KEY_ISO_Left_Tab:
-      return 48;
+      return key_code::kTab;
     case XKB_KEY_Escape:
-      return 53;
+      return key_code::kEscape;
     case XKB_KEY_KP_Enter:
-      return 76;
+      return key_code::kKeypadEnter;
     case XKB_KEY_Prior:
     case XKB_KEY_KP_Prior:
-      return kPageUp;
+      return key_code::kPageUp;
     case XKB_KEY_Next:
     case XKB_KEY_KP_Next:
-      return kPageDown;
+      return key_code::kPageDown;
     case XKB_KEY_Left:
     case XKB_KEY_KP_Left:
-      return 123;
+      return key_code::kLeftArrow;
     case XKB_KEY_Right:
     case XKB_KEY_KP_Right:
-      return 124;
+      return key_code::kRightArrow;
     case XKB_KEY_Down:
     case XKB_KEY_KP_Down:
-      return 125;
+      return key_code::kDownArrow;
     case XKB_KEY_Up:
     case XKB_KEY_KP_Up:
-      return 126;
+      return key_code::kUpArrow;
     default:
-      return KeyDownEvent::kOtherKey;
+      return key_code::kOther;
   }
 }
 
-/// Calls each handler that is still there when its turn comes.
-template <typename Monitors, typename Call>
-void forEach(const Monitors& monitors, Call call) {
-  for (auto* const monitor : Monitors(monitors)) {
-    if (monitors.count(monitor) == 0) continue;
-    const auto handler = monitor->handler();
-    call(handler);
-  }
-}
-
-}  // namespace
-
-template <typename Handler>
-class X11EventMonitors::Monitor : public EventMonitor {
+class Monitor : public EventMonitor {
  public:
-  Monitor(std::set<Monitor*>& all, Handler handler, std::function<void()> onEnd = nullptr)
-      : all_(all), handler_(std::move(handler)), onEnd_(std::move(onEnd)) {
-    all_.insert(this);
-  }
-  ~Monitor() override {
-    all_.erase(this);
-    if (onEnd_) onEnd_();
-  }
-
-  const Handler& handler() const { return handler_; }
+  explicit Monitor(Subscription subscription) : subscription_(std::move(subscription)) {}
 
  private:
-  std::set<Monitor*>& all_;
-  Handler handler_;
-  std::function<void()> onEnd_;
+  Subscription subscription_;
 };
+
+}  // namespace
 
 X11EventMonitors::X11EventMonitors(X11Connection& x11, X11Keyboard& keyboard, X11RawInput& rawInput)
     : x11_(x11), keyboard_(keyboard), rawInput_(rawInput) {
@@ -93,33 +68,37 @@ X11EventMonitors::X11EventMonitors(X11Connection& x11, X11Keyboard& keyboard, X1
   QCoreApplication::instance()->installEventFilter(this);
 }
 
-X11EventMonitors::~X11EventMonitors() = default;
-
 std::unique_ptr<EventMonitor> X11EventMonitors::addLocalKeyDownMonitor(
     std::function<bool(const KeyDownEvent&)> handler) {
-  return std::make_unique<KeyDownMonitor>(keyDownMonitors_, std::move(handler));
+  return std::make_unique<Monitor>(keyDownHandlers_.add(
+      [handler = std::move(handler)](const KeyDownEvent& press, bool& consumed) {
+        consumed = consumed || handler(press);
+      }));
 }
 
 std::unique_ptr<EventMonitor> X11EventMonitors::addGlobalMouseDownMonitor(
     std::function<void()> handler) {
   if (!rawInput_.isAvailable()) return nullptr;
-  auto monitor = std::make_unique<GlobalMouseDownMonitor>(
-      globalMouseDownMonitors_, std::move(handler), [this] { watchButtons(); });
-  watchButtons();
-  return monitor;
+  return std::make_unique<Monitor>(
+      rawInput_.addButtonPressHandler([this, handler = std::move(handler)](std::uint32_t button) {
+        constexpr std::uint32_t kWheelFirst = 4, kWheelLast = 7;
+        const bool isWheel = button >= kWheelFirst && button <= kWheelLast;
+        if (!isWheel && !pointerOverOwnWindow()) handler();
+      }));
 }
 
 std::unique_ptr<EventMonitor> X11EventMonitors::addLocalMouseDownMonitor(
     std::function<void(WindowId)> handler) {
-  return std::make_unique<LocalMouseDownMonitor>(localMouseDownMonitors_, std::move(handler));
+  return std::make_unique<Monitor>(mouseDownHandlers_.add(std::move(handler)));
 }
 
 bool X11EventMonitors::nativeEventFilter(const QByteArray& type, void* message, qintptr*) {
-  if (keyDownMonitors_.empty() || type != "xcb_generic_event_t") return false;
+  if (keyDownHandlers_.empty() || type != "xcb_generic_event_t") return false;
   const auto& event = *static_cast<const xcb_generic_event_t*>(message);
   if ((event.response_type & 0x7F) != XCB_KEY_PRESS) return false;
   const auto& press = reinterpret_cast<const xcb_key_press_event_t&>(event);
-  // The toolkit queues the keys before this one; here, others would overtake what was typed.
+  // The toolkit still has earlier keys in its queue, which this one overtakes. For the page keys
+  // that does not matter; all others wait for `eventFilter`.
   const KeyDownEvent down = translated(press.detail, press.state);
   return isPageKey(down) && isConsumed(down);
 }
@@ -128,8 +107,8 @@ bool X11EventMonitors::eventFilter(QObject* receiver, QEvent* event) {
   if (!receiver->isWindowType()) return false;
   if (event->type() == QEvent::MouseButtonPress) {
     const auto window = static_cast<WindowId>(static_cast<QWindow*>(receiver)->winId());
-    forEach(localMouseDownMonitors_, [&](const auto& handler) { handler(window); });
-  } else if (event->type() == QEvent::KeyPress && !keyDownMonitors_.empty()) {
+    mouseDownHandlers_.notify(window);
+  } else if (event->type() == QEvent::KeyPress && !keyDownHandlers_.empty()) {
     const auto& press = *static_cast<const QKeyEvent*>(event);
     const KeyDownEvent down = translated(static_cast<xcb_keycode_t>(press.nativeScanCode()),
                                          static_cast<std::uint16_t>(press.nativeModifiers()));
@@ -140,7 +119,7 @@ bool X11EventMonitors::eventFilter(QObject* receiver, QEvent* event) {
 
 bool X11EventMonitors::isConsumed(const KeyDownEvent& press) {
   bool consumed = false;
-  forEach(keyDownMonitors_, [&](const auto& handler) { consumed = consumed || handler(press); });
+  keyDownHandlers_.notify(press, consumed);
   return consumed;
 }
 
@@ -154,17 +133,11 @@ KeyDownEvent X11EventMonitors::translated(xcb_keycode_t key, std::uint16_t state
   const auto held = [&](xkb_keysym_t symbol) {
     return (state & keyboard_.modifiersOf(symbol)) != 0;
   };
-  if ((state & XCB_MOD_MASK_SHIFT) != 0) event.modifierFlags |= KeyDownEvent::kShiftFlag;
-  if ((state & XCB_MOD_MASK_CONTROL) != 0) event.modifierFlags |= KeyDownEvent::kControlFlag;
-  if (held(XKB_KEY_Alt_L)) event.modifierFlags |= KeyDownEvent::kOptionFlag;
-  if (held(XKB_KEY_Super_L)) event.modifierFlags |= KeyDownEvent::kCommandFlag;
+  if ((state & XCB_MOD_MASK_SHIFT) != 0) event.modifierFlags |= modifier_flag::kShift;
+  if ((state & XCB_MOD_MASK_CONTROL) != 0) event.modifierFlags |= modifier_flag::kControl;
+  if (held(XKB_KEY_Alt_L)) event.modifierFlags |= modifier_flag::kOption;
+  if (held(XKB_KEY_Super_L)) event.modifierFlags |= modifier_flag::kCommand;
   return event;
-}
-
-void X11EventMonitors::onButtonPress(std::uint32_t button) {
-  constexpr std::uint32_t kWheelFirst = 4, kWheelLast = 7;
-  if ((button >= kWheelFirst && button <= kWheelLast) || pointerOverOwnWindow()) return;
-  forEach(globalMouseDownMonitors_, [](const auto& handler) { handler(); });
 }
 
 bool X11EventMonitors::pointerOverOwnWindow() {
@@ -175,15 +148,6 @@ bool X11EventMonitors::pointerOverOwnWindow() {
     window = pointer ? pointer->child : static_cast<xcb_window_t>(XCB_NONE);
   }
   return false;
-}
-
-void X11EventMonitors::watchButtons() {
-  if (globalMouseDownMonitors_.empty()) {
-    buttonPresses_.reset();
-  } else {
-    buttonPresses_ =
-        rawInput_.addButtonPressHandler([this](std::uint32_t button) { onButtonPress(button); });
-  }
 }
 
 }  // namespace brimlo

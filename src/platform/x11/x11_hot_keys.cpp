@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/key_events.h"
+#include "platform/key_codes.h"
 #include "platform/x11/xcb_xkb.h"
 
 namespace brimlo {
@@ -21,22 +21,15 @@ std::vector<std::uint16_t> subsetsOf(std::uint16_t mask) {
   }
 }
 
-}  // namespace
-
-class X11HotKeys::InstalledHandler : public EventHandler {
+class InstalledHandler : public EventHandler {
  public:
-  InstalledHandler(X11HotKeys& owner, Handler handler)
-      : owner_(owner), handler_(std::move(handler)) {
-    owner_.handlers_.insert(this);
-  }
-  ~InstalledHandler() override { owner_.handlers_.erase(this); }
-
-  const Handler& handler() const { return handler_; }
+  explicit InstalledHandler(Subscription subscription) : subscription_(std::move(subscription)) {}
 
  private:
-  X11HotKeys& owner_;
-  Handler handler_;
+  Subscription subscription_;
 };
+
+}  // namespace
 
 class X11HotKeys::Grab : public EventHotKey {
  public:
@@ -69,7 +62,7 @@ X11HotKeys::X11HotKeys(X11Connection& x11, X11Keyboard& keyboard, X11RawInput& r
   });
   layoutChanges_ = keyboard_.addChangeHandler([this] { regrab(); });
   if (!keyboard_.isReadable()) return;
-  // Otherwise every repeat comes with a release that never was.
+  // Otherwise every automatic repeat is reported as a release and a press.
   constexpr std::uint32_t kFlag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
   x11_.waitFor(
       xcb_xkb_per_client_flags_reply,
@@ -77,14 +70,14 @@ X11HotKeys::X11HotKeys(X11Connection& x11, X11Keyboard& keyboard, X11RawInput& r
 }
 
 std::unique_ptr<EventHandler> X11HotKeys::installEventHandler(Handler handler) {
-  return std::make_unique<InstalledHandler>(*this, std::move(handler));
+  return std::make_unique<InstalledHandler>(handlers_.add(std::move(handler)));
 }
 
 std::unique_ptr<EventHotKey> X11HotKeys::registerEventHotKey(std::uint32_t keyCode,
                                                              std::uint32_t modifiers,
                                                              EventHotKeyID id,
                                                              std::function<void(Status)> answered) {
-  const Keys keys = keyCode == KeyEvent::kVirtualKeyV ? keysFor(modifiers) : Keys();
+  const Keys keys = keyCode == key_code::kV ? keysFor(modifiers) : Keys();
   const Status status = tryGrab(keys);
   std::unique_ptr<EventHotKey> hotKey = std::make_unique<EventHotKey>();
   if (status == 0) hotKey = std::make_unique<Grab>(*this, modifiers, keys, id);
@@ -95,7 +88,7 @@ std::unique_ptr<EventHotKey> X11HotKeys::registerEventHotKey(std::uint32_t keyCo
 HotKeys::Status X11HotKeys::tryGrab(const Keys& keys) {
   constexpr Status kBadValue = 2, kBadAccess = 10;
   if (keys.key == 0) return kBadValue;
-  // The server lets a client grab a key twice, but ends both grabs at once.
+  // The server lets a client grab a key twice, but one ungrab then ends both.
   for (const Grab* const each : grabs_) {
     if (each->keys == keys) return kBadAccess;
   }
@@ -106,8 +99,8 @@ X11HotKeys::Keys X11HotKeys::keysFor(std::uint32_t modifiers) {
   Keys keys;
   const auto place = keyboard_.find(XKB_KEY_v);
   keys.key = place ? place->key : keyboard_.keyNamed("AB04").value_or(0);
-  if ((modifiers & kShiftKey) != 0) keys.modifiers |= XCB_MOD_MASK_SHIFT;
-  if ((modifiers & kCommandKey) != 0) {
+  if ((modifiers & hot_key_modifier::kShift) != 0) keys.modifiers |= XCB_MOD_MASK_SHIFT;
+  if ((modifiers & hot_key_modifier::kCommand) != 0) {
     const std::uint16_t super = keyboard_.modifiersOf(XKB_KEY_Super_L);
     keys.modifiers |= super != 0 ? super : static_cast<std::uint16_t>(XCB_MOD_MASK_4);
   }
@@ -161,19 +154,15 @@ void X11HotKeys::onPress(const xcb_key_press_event_t& press) {
   for (Grab* const each : grabs_) {
     const auto modifiers = static_cast<std::uint16_t>(press.state & 0xFF & ~each->keys.locks);
     if (press.detail != each->keys.key || modifiers != each->keys.modifiers) continue;
-    // The release is told to the grab while that lasts, and by the device afterwards, not both.
+    // While the grab is active it gets the release; afterwards the raw input does.
     const bool repeated = held_ == press.detail;
     if (!repeated) watchForRelease(press.detail);
-    // What is typed next is for whatever has the keyboard by then, this key held down or not.
+    // End the active grab: what is typed next, even before the key is released, is for the window
+    // that has the focus by then.
     xcb_ungrab_keyboard(x11_.xcb(), XCB_CURRENT_TIME);
     x11_.flush();
     if (repeated) return;
-    const EventHotKeyID id = each->hotKeyID;
-    for (InstalledHandler* const installed : std::set(handlers_)) {
-      if (handlers_.count(installed) == 0) continue;
-      const Handler handler = installed->handler();  // which may remove itself
-      handler(id);
-    }
+    handlers_.notify(EventHotKeyID(each->hotKeyID));  // a copy: a handler may end the grab
     return;
   }
 }

@@ -3,11 +3,11 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <set>
 #include <vector>
 
+#include "base/observer_list.h"
 #include "platform/hot_keys.h"
 #include "platform/system_log.h"
 #include "platform/x11/x11_connection.h"
@@ -16,12 +16,12 @@
 
 namespace brimlo {
 
-/// Hotkeys as passive grabs of the root window. The one key code that can be taken is that of V:
-/// the key that gives a V in the layout in use, else the one at its place. The status of a failed
-/// registration is the X error's code.
+/// Hotkeys as passive grabs on the root window. Only the key code of V is supported: the key that
+/// gives a V in the group in use or else in another one, or the key at its place on a US keyboard.
+/// The status of a failed registration is the X error's code.
 class X11HotKeys : public HotKeys {
  public:
-  /// All of it outlives the object; `x11` serves it from now on.
+  /// All of it outlives the object.
   X11HotKeys(X11Connection& x11, X11Keyboard& keyboard, X11RawInput& rawInput, SystemLog& log);
 
   std::unique_ptr<EventHandler> installEventHandler(Handler handler) override;
@@ -30,13 +30,12 @@ class X11HotKeys : public HotKeys {
                                                    std::function<void(Status)> answered) override;
 
  private:
-  class InstalledHandler;
   class Grab;
 
   struct Keys {
     xcb_keycode_t key = 0;
     std::uint16_t modifiers = 0;
-    std::uint16_t locks = 0;  // modifiers that are on or off all the same
+    std::uint16_t locks = 0;  // the modifiers of lock keys, which may be on or off
 
     bool operator==(const Keys&) const = default;
   };
@@ -53,9 +52,9 @@ class X11HotKeys : public HotKeys {
   X11Keyboard& keyboard_;
   X11RawInput& rawInput_;
   SystemLog& log_;
-  std::set<InstalledHandler*> handlers_;
+  ObserverList<const EventHotKeyID&> handlers_;
   std::set<Grab*> grabs_;
-  xcb_keycode_t held_ = 0;  // pressed and not let go yet; its repeats are no presses
+  xcb_keycode_t held_ = 0;  // pressed and not released yet, so that repeats do not count
   Subscription keyReleases_;
   Subscription events_;
   Subscription layoutChanges_;

@@ -20,28 +20,22 @@ bool hasXtest(xcb_connection_t* xcb) {
 }  // namespace
 
 X11KeyEvents::X11KeyEvents(X11Connection& x11, X11Keyboard& keyboard, X11Workspace& workspace,
-                           X11Pasteboard& pasteboard, MainQueue& queue,
-                           UserNotifications& notifications, const LocalizedStrings& strings)
+                           PrimarySelection& primary, MainQueue& queue)
     : x11_(x11),
       keyboard_(keyboard),
       workspace_(workspace),
-      pasteboard_(pasteboard),
+      primary_(primary),
       queue_(queue),
-      notifications_(notifications),
-      strings_(strings),
-      usable_(hasXtest(x11.xcb()) && keyboard.isReadable()) {}
-
-void X11KeyEvents::promptForTrust() {
-  if (usable_) return;
-  notifications_.deliver(strings_.text("accessibility.unavailable.title"),
-                         strings_.text("accessibility.unavailable.body"));
-}
+      typing_(hasXtest(x11.xcb()) && keyboard.isReadable()
+                  ? X11Accessibility::Typing::kPossible
+                  : X11Accessibility::Typing::kImpossible) {}
 
 void X11KeyEvents::post(const KeyEvent& down, const KeyEvent& up,
                         std::function<void(Result)> then) {
-  const KeyEvent commandV{KeyEvent::kVirtualKeyV, true, KeyEvent::kCommandFlag};
-  const KeyEvent released{KeyEvent::kVirtualKeyV, false, KeyEvent::kCommandFlag};
-  if (!usable_ || down != commandV || up != released) return then(Result::kFailed);
+  const KeyEvent commandV{key_code::kV, true, modifier_flag::kCommand};
+  const KeyEvent released{key_code::kV, false, modifier_flag::kCommand};
+  const bool possible = typing_ == X11Accessibility::Typing::kPossible;
+  if (!possible || down != commandV || up != released) return then(Result::kFailed);
   constexpr auto kPatience = std::chrono::milliseconds(500);
   postPaste(Steady::now() + kPatience, std::move(then));
 }
@@ -57,8 +51,8 @@ void X11KeyEvents::postPaste(Steady::time_point until, std::function<void(Result
   PasteChord chord = pasteChordFor(front ? front->bundleIdentifier : std::string());
   auto strokes = strokesFor(chord);
   if (!strokes) {
-    // No layout has a V. Shift+Insert is on every keyboard and pastes nearly everywhere, in
-    // terminals the PRIMARY selection.
+    // No layout has a V. Shift+Insert is on every keyboard and pastes nearly everywhere; terminals
+    // paste the PRIMARY selection with it.
     chord = PasteChord::kShiftInsert;
     strokes = strokesFor(chord);
   }
@@ -67,7 +61,7 @@ void X11KeyEvents::postPaste(Steady::time_point until, std::function<void(Result
     type(*strokes);
     return then(Result::kPosted);
   }
-  pasteboard_.offerAsPrimary([this, strokes = *strokes, then = std::move(then)] {
+  primary_.offerAsPrimary([this, strokes = *strokes, then = std::move(then)] {
     type(strokes);
     then(Result::kPosted);
   });

@@ -8,38 +8,33 @@
 #include <optional>
 #include <vector>
 
-#include "platform/accessibility.h"
 #include "platform/freedesktop/paste_chord.h"
 #include "platform/key_events.h"
-#include "platform/localized_strings.h"
 #include "platform/main_queue.h"
-#include "platform/user_notifications.h"
+#include "platform/x11/primary_selection.h"
+#include "platform/x11/x11_accessibility.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_keyboard.h"
-#include "platform/x11/x11_pasteboard.h"
 #include "platform/x11/x11_workspace.h"
 
 namespace brimlo {
 
-/// Types through the XTEST extension; a server without it lets nobody type.
-///
-/// What pastes differs between applications, so ⌘V becomes the keys that paste in the one in front,
-/// found in the keyboard layout of the moment. It is the one key that can be posted.
-class X11KeyEvents : public KeyEventPoster, public Accessibility {
+/// Types through the XTEST extension. Only ⌘V can be posted. Applications differ in the keys that
+/// paste, so it becomes the keys that paste in the application in front, found in the keyboard
+/// layout in use.
+class X11KeyEvents : public KeyEventPoster {
  public:
+  /// All of it outlives the object.
   X11KeyEvents(X11Connection& x11, X11Keyboard& keyboard, X11Workspace& workspace,
-               X11Pasteboard& pasteboard, MainQueue& queue, UserNotifications& notifications,
-               const LocalizedStrings& strings);
+               PrimarySelection& primary, MainQueue& queue);
 
-  bool isProcessTrusted() const override { return usable_; }
-
-  /// There is nothing to permit here: a notification says so.
-  void promptForTrust() override;
+  /// Whether the server has the extensions that this takes; without them, every `post` fails.
+  X11Accessibility::Typing typing() const { return typing_; }
 
   void post(const KeyEvent& down, const KeyEvent& up, std::function<void(Result)> then) override;
 
  private:
-  /// Keys to press, in order, and the layout group that has to be locked meanwhile.
+  /// Keys to press, in order, and the group that has to be locked for them.
   struct Strokes {
     std::vector<xcb_keycode_t> keys;
     std::optional<std::uint32_t> group;
@@ -55,11 +50,9 @@ class X11KeyEvents : public KeyEventPoster, public Accessibility {
   X11Connection& x11_;
   X11Keyboard& keyboard_;
   X11Workspace& workspace_;
-  X11Pasteboard& pasteboard_;
+  PrimarySelection& primary_;
   MainQueue& queue_;
-  UserNotifications& notifications_;
-  const LocalizedStrings& strings_;
-  bool usable_;
+  X11Accessibility::Typing typing_;
 };
 
 }  // namespace brimlo

@@ -15,7 +15,7 @@ X11KeyablePanel::X11KeyablePanel(std::unique_ptr<QWidget> content,
   content_->setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint |
                            Qt::NoDropShadowWindowHint);
   content_->setAttribute(Qt::WA_TranslucentBackground);
-  // Whether it gets the keyboard is between it and the window server.
+  // The window server gives it the focus, not Qt.
   content_->setAttribute(Qt::WA_ShowWithoutActivating);
   QCoreApplication::instance()->installEventFilter(this);
 }
@@ -95,7 +95,7 @@ bool X11KeyablePanel::eventFilter(QObject* receiver, QEvent* event) {
   const auto* widget = qobject_cast<QWidget*>(receiver);
   if (!widget || widget->window() != content_.get()) return false;
   if (event->type() == QEvent::LayoutRequest && widget == content_.get()) {
-    // Once the layouts within have been told too.
+    // Queued, so that the layouts inside have handled the request before.
     QMetaObject::invokeMethod(
         this,
         [this] {
@@ -105,7 +105,7 @@ bool X11KeyablePanel::eventFilter(QObject* receiver, QEvent* event) {
   } else if (event->type() == QEvent::InputMethod) {
     composing_ = !static_cast<QInputMethodEvent*>(event)->preeditString().isEmpty();
   } else if (event->type() == QEvent::MouseButtonPress) {
-    // No window manager does it for this window.
+    // No window manager focuses an override-redirect window that is clicked.
     takeKeyboard();
   }
   return false;

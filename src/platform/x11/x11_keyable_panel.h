@@ -11,13 +11,13 @@
 
 namespace brimlo {
 
-/// A panel in an override-redirect window, which the window manager leaves alone: so it comes up at
-/// once, above everything and on every desktop, and no taskbar or pager lists it. It takes the
-/// keyboard by itself.
+/// A panel in an override-redirect window. No window manager manages it: so it comes up at once,
+/// above everything and on every desktop, and no taskbar or pager lists it; and it has to take the
+/// input focus by itself.
 class X11KeyablePanel : public KeyablePanel, private QObject {
  public:
-  /// `opaqueShape`: the part of `content` to show where the desktop cannot blend the rest with what
-  /// is behind it. `server` outlives the panel.
+  /// `opaqueShape`: the part of `content` that is shown where no compositing manager runs. `server`
+  /// outlives the panel.
   X11KeyablePanel(std::unique_ptr<QWidget> content, std::function<QRegion()> opaqueShape,
                   X11WindowServer& server);
   ~X11KeyablePanel() override;

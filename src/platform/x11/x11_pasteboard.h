@@ -16,6 +16,7 @@
 #include "platform/pasteboard.h"
 #include "platform/system_log.h"
 #include "platform/x11/input_only_window.h"
+#include "platform/x11/primary_selection.h"
 #include "platform/x11/selection_reader.h"
 #include "platform/x11/selection_server.h"
 #include "platform/x11/x11_connection.h"
@@ -29,7 +30,7 @@ namespace brimlo {
 /// once in the background, and become current when that is done. When the owner of the current
 /// text goes away without having given the selection up, this program takes the selection and
 /// offers the text.
-class X11Pasteboard : public Pasteboard {
+class X11Pasteboard : public Pasteboard, public PrimarySelection {
  public:
   /// All of it outlives the object.
   X11Pasteboard(X11Connection& x11, X11Time& time, SystemLog& log);
@@ -40,9 +41,7 @@ class X11Pasteboard : public Pasteboard {
   void setString(std::string text) override;
   void whenTaken(std::function<void()> then) override;
 
-  /// Takes the PRIMARY selection too, with the current text, for the applications that paste from
-  /// it; then calls `then`. The server carries out requests made in `then` after that.
-  void offerAsPrimary(std::function<void()> then);
+  void offerAsPrimary(std::function<void()> then) override;
 
   /// Has the desktop's clipboard manager take over the text that this program offers, so that it
   /// outlives the program (freedesktop.org's clipboard manager convention). Waits until that is

@@ -9,11 +9,12 @@
 
 namespace brimlo {
 
-/// The first number of a window's property. None where it has none, or one that is no number.
+/// The first 32-bit value of a window's property; none where there is no such property of that
+/// type. Waits for the server.
 std::optional<std::uint32_t> numberProperty(X11Connection& x11, xcb_window_t window,
                                             xcb_atom_t property, xcb_atom_t type);
 
-/// Whether `window` says that it is one of this process.
+/// Whether `window` belongs to this process, by its _NET_WM_PID. Waits for the server.
 bool isOwnWindow(X11Connection& x11, xcb_window_t window);
 
 }  // namespace brimlo

@@ -34,7 +34,8 @@ X11Session::X11Session(std::unique_ptr<X11Connection> x11, int& argc, char** arg
       windowServer_(*x11_, time_, workspace_),
       eventMonitors_(*x11_, keyboard_, rawInput_),
       hotKeys_(*x11_, keyboard_, rawInput_, log),
-      keyEvents_(*x11_, keyboard_, workspace_, pasteboard_, runLoop(), notifications, strings()),
+      keyEvents_(*x11_, keyboard_, workspace_, pasteboard_, runLoop()),
+      accessibility_(keyEvents_.typing(), notifications, strings()),
       themeName_(*x11_),
       appearance_(themeName_.value()) {
   x11_->serve();

@@ -8,6 +8,7 @@
 #include "platform/qt/qt_session.h"
 #include "platform/system_log.h"
 #include "platform/user_notifications.h"
+#include "platform/x11/x11_accessibility.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_event_monitors.h"
 #include "platform/x11/x11_hot_keys.h"
@@ -33,7 +34,7 @@ class X11Session : public QtSession {
   /// Opens the session on the display that the environment names. All arguments outlive it.
   static OpenResult open(int& argc, char** argv, SystemLog& log, UserNotifications& notifications);
 
-  Accessibility& accessibility() override { return keyEvents_; }
+  Accessibility& accessibility() override { return accessibility_; }
   KeyEventPoster& keyEvents() override { return keyEvents_; }
   EventMonitors& eventMonitors() override { return eventMonitors_; }
   HotKeys& hotKeys() override { return hotKeys_; }
@@ -64,6 +65,7 @@ class X11Session : public QtSession {
   X11EventMonitors eventMonitors_;
   X11HotKeys hotKeys_;
   X11KeyEvents keyEvents_;
+  X11Accessibility accessibility_;
   QtScreens screens_;
   X11ThemeName themeName_;
   DesktopAppearance appearance_;

@@ -8,7 +8,7 @@
 namespace brimlo {
 namespace {
 
-/// The message about `id`, its NUL included. Quotes and backslashes in a value are escaped.
+/// The message about `id`, with its terminating NUL. Quotes and backslashes are escaped.
 std::string removeMessage(const std::string& id) {
   std::string message = "remove: ID=\"";
   for (const char c : id) {
@@ -22,8 +22,7 @@ std::string removeMessage(const std::string& id) {
 
 void completeStartup(X11Connection& x11, const std::string& id) {
   const std::string message = removeMessage(id);
-  // The pieces of a message are told apart by the window, which need not be shown.
-  const InputOnlyWindow window(x11, XCB_EVENT_MASK_NO_EVENT);
+  const InputOnlyWindow window(x11, XCB_EVENT_MASK_NO_EVENT);  // identifies the message's pieces
   xcb_client_message_event_t piece{};
   piece.response_type = XCB_CLIENT_MESSAGE;
   piece.format = 8;

@@ -15,7 +15,7 @@ X11WindowServer::X11WindowServer(X11Connection& x11, X11Time& time, X11Workspace
 void X11WindowServer::takeKeyboard(xcb_window_t window, std::function<void()> onLost) {
   const auto lost = std::exchange(onLost_, std::move(onLost));
   if (window == window_ && state_ != State::kIdle) return;
-  // One of this program's windows after the other: both took it from the same application.
+  // Another of this program's windows has it; the new one takes it from the same application.
   if (state_ == State::kHasKeyboard && hasFocus()) restoreFocus();
   if (state_ != State::kIdle) workspace_.releaseFront();
   window_ = window;
@@ -76,7 +76,7 @@ void X11WindowServer::onMapped() {
 
 void X11WindowServer::onUnmapped() {
   const State was = std::exchange(state_, State::kUntilMapped);
-  // Hidden and shown again at once, the window takes the focus anew when that is told.
+  // If it is viewable again already, MapNotify follows, and it takes the focus anew.
   if (was == State::kHasKeyboard && !isViewable(window_)) lose();
 }
 
@@ -86,7 +86,7 @@ void X11WindowServer::takeAt(xcb_timestamp_t time) {
     before_ = focus->focus;
     beforeRevertsTo_ = focus->revert_to;
     workspace_.holdFront();
-    // On the way from one application to the next, the focus is with a window of the manager's.
+    // While the window manager switches clients, one of its own windows has the focus.
     const auto front = workspace_.frontmostApplication();
     if (front && workspace_.topLevelOf(before_) != xcbWindow(front->window)) {
       before_ = xcbWindow(front->window);
@@ -97,14 +97,14 @@ void X11WindowServer::takeAt(xcb_timestamp_t time) {
   if (hasFocus()) {
     state_ = State::kHasKeyboard;
   } else if (isViewable(window_)) {
-    lose();  // to somebody who was later
+    lose();  // to a client whose request had a later time
   } else {
     state_ = State::kUntilMapped;
   }
 }
 
 void X11WindowServer::onFocusOut(const xcb_focus_out_event_t& event) {
-  // While a key is grabbed, for a hotkey, the keyboard has not gone anywhere.
+  // A keyboard grab, such as a hotkey's, does not change the input focus.
   const bool grabbed = event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_UNGRAB;
   const bool within =
       event.detail == XCB_NOTIFY_DETAIL_INFERIOR || event.detail == XCB_NOTIFY_DETAIL_POINTER;
@@ -118,8 +118,8 @@ void X11WindowServer::lose() {
   if (const auto lost = std::exchange(onLost_, nullptr)) lost();
 }
 
-/// With the time at which the focus was taken: whatever the person has chosen since, by a click
-/// say, is newer and wins, also when the window manager comes to it only later.
+/// Uses the time at which the focus was taken, so that any later choice of the person wins, even
+/// one that the window manager has yet to carry out.
 void X11WindowServer::restoreFocus() {
   const bool isWindow = before_ > XCB_INPUT_FOCUS_POINTER_ROOT;
   const bool there = !isWindow || isViewable(before_);
@@ -131,7 +131,7 @@ void X11WindowServer::restoreFocus() {
   if (!there) {
     if (const auto front = workspace_.frontmostApplication()) workspace_.activate(*front);
   }
-  // The window may be hidden, on another connection, once the server has done it.
+  // A round trip: the window may be hidden, on another connection, once the server has done it.
   hasFocus();
 }
 

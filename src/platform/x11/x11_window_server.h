@@ -13,34 +13,32 @@
 
 namespace brimlo {
 
-/// What a floating panel needs of the X server and the toolkit does not give it: the input focus
-/// for windows that the window manager leaves alone (override-redirect), and so gives no focus to.
-/// One window at a time. Main thread.
+/// Gives the input focus to override-redirect windows, to which no window manager gives it, and
+/// back again. One window at a time. Main thread.
 class X11WindowServer {
  public:
   /// All of it outlives the object.
   X11WindowServer(X11Connection& x11, X11Time& time, X11Workspace& workspace);
 
-  /// Has the keyboard go to `window`, one of this program's, from when it is on screen on: at once,
-  /// whatever a window manager thinks of that. `onLost` is called, from the run loop, once it goes
-  /// elsewhere by anybody's doing but `giveKeyboardBack`, and from within this where another of
-  /// this program's windows takes it; a hotkey that is pressed meanwhile does not count. For a
-  /// window that has the keyboard already, only `onLost` is replaced.
+  /// Sets the input focus to `window`, one of this program's, as soon as it is on screen. Calls
+  /// `onLost` once when anything but `giveKeyboardBack` takes the focus away: from the run loop, or
+  /// from within `takeKeyboard` for another window. The grab of a pressed hotkey does not count.
+  /// For a window that has the focus already, only `onLost` is replaced.
   void takeKeyboard(xcb_window_t window, std::function<void()> onLost);
 
-  /// Has the keyboard go to where `window` took it from, if `window` still has it; in any case
-  /// `window` no longer waits for it. Returns when it has happened, so the window may be hidden.
-  /// Somebody whom the person has meanwhile chosen wins.
+  /// Sets the input focus back to where `window` took it from, if `window` still has it; otherwise
+  /// `window` only ceases to wait for it. A window that the person has chosen meanwhile keeps the
+  /// focus. When this returns the server has done it, so that `window` may be hidden.
   void giveKeyboardBack(xcb_window_t window);
 
-  /// Whether the translucent parts of a window show what is behind it now.
+  /// Whether a compositing manager runs, so that translucent windows show what is behind them.
   bool isCompositing();
 
  private:
   enum class State {
     kIdle,
     kUntilMapped,  // the window is not on screen yet
-    kUntilTime,    // the server's time has been asked for
+    kUntilTime,    // the server has been asked for its time
     kHasKeyboard,
   };
 
@@ -59,7 +57,7 @@ class X11WindowServer {
   X11Time& time_;
   State state_ = State::kIdle;
   xcb_window_t window_ = XCB_NONE;
-  xcb_window_t before_ = XCB_NONE;  // what had the focus
+  xcb_window_t before_ = XCB_NONE;  // what had the focus before window_
   std::uint8_t beforeRevertsTo_ = XCB_INPUT_FOCUS_PARENT;
   xcb_timestamp_t takenAt_ = 0;
   std::function<void()> onLost_;

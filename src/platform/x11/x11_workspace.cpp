@@ -14,7 +14,7 @@ std::optional<RunningApplication> X11Workspace::frontmostApplication() {
   if (held_) return *held_;
   const xcb_window_t window = frontWindow();
   if (window == XCB_NONE || isOwnWindow(x11_, window)) return std::nullopt;
-  // WM_CLASS holds two strings, each ended by NUL: the instance's name and the class.
+  // WM_CLASS holds two NUL-terminated strings: the instance's name and the class.
   constexpr std::uint32_t kLongest = 256;
   const auto reply = x11_.waitFor(
       xcb_get_property_reply,
@@ -63,7 +63,7 @@ void X11Workspace::activateAt(xcb_window_t window, xcb_timestamp_t time) {
     xcb_set_input_focus(x11_.xcb(), XCB_INPUT_FOCUS_PARENT, window, time);
     return x11_.flush();
   }
-  // Not every manager goes to another desktop for a window that asks to be active.
+  // Some window managers do not switch desktops when a window on another one is activated.
   constexpr std::uint32_t kAllDesktops = 0xFFFFFFFF;
   const auto desktop = numberProperty(x11_, window, x11_.atoms().wmDesktop, XCB_ATOM_CARDINAL);
   const auto current =
@@ -71,7 +71,8 @@ void X11Workspace::activateAt(xcb_window_t window, xcb_timestamp_t time) {
   if (desktop && *desktop != kAllDesktops && desktop != current) {
     askManager(x11_.root(), x11_.atoms().currentDesktop, {*desktop, time});
   }
-  // As a pager asks: the person has chosen that window, so the manager lets it have the focus.
+  // The source indication of a pager says that the person has chosen the window, so focus-stealing
+  // prevention does not apply.
   constexpr std::uint32_t kFromPager = 2;
   askManager(window, x11_.atoms().activeWindow, {kFromPager, time});
   x11_.flush();
@@ -92,7 +93,7 @@ void X11Workspace::askManager(xcb_window_t window, xcb_atom_t what,
 
 xcb_window_t X11Workspace::frontWindow() {
   if (!hasWindowManager()) return focusedTopLevel();
-  // While no application is active, the focus is with some helper window of the manager's own.
+  // Not the focus: while no client is active, a helper window of the manager has it.
   return numberProperty(x11_, x11_.root(), x11_.atoms().activeWindow, XCB_ATOM_WINDOW)
       .value_or(static_cast<std::uint32_t>(XCB_NONE));
 }
@@ -103,10 +104,10 @@ xcb_window_t X11Workspace::focusedTopLevel() {
 }
 
 xcb_window_t X11Workspace::topLevelOf(xcb_window_t window) {
-  // The focus may also be nowhere, or wherever the pointer is; neither names an application.
+  // The focus may also be None or PointerRoot, which are no windows.
   if (window <= XCB_INPUT_FOCUS_POINTER_ROOT || window == x11_.root()) return XCB_NONE;
   for (;;) {
-    // A window manager that is no more has left its mark on the client's window.
+    // A window manager sets WM_STATE on the client's top-level window, inside its own frame.
     if (numberProperty(x11_, window, x11_.atoms().wmState, XCB_GET_PROPERTY_TYPE_ANY))
       return window;
     const auto tree = x11_.waitFor(xcb_query_tree_reply, xcb_query_tree(x11_.xcb(), window));
@@ -118,7 +119,8 @@ xcb_window_t X11Workspace::topLevelOf(xcb_window_t window) {
 bool X11Workspace::hasWindowManager() {
   const auto check =
       numberProperty(x11_, x11_.root(), x11_.atoms().supportingWmCheck, XCB_ATOM_WINDOW);
-  // The property outlives a manager that crashed; its window, which names itself, does not.
+  // The root's property outlives a manager that crashed; the window that it names, which carries
+  // the property too, does not.
   return check &&
          numberProperty(x11_, *check, x11_.atoms().supportingWmCheck, XCB_ATOM_WINDOW) == check;
 }

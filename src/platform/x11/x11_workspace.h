@@ -13,8 +13,8 @@
 
 namespace brimlo {
 
-/// The applications of an X session: the active window and its class, as the window manager has
-/// them (ICCCM and EWMH); where there is none, the window that has the focus.
+/// The applications of an X session: the active window (EWMH) and its class (ICCCM); without a
+/// window manager, the top-level window that has the input focus.
 class X11Workspace : public Workspace {
  public:
   /// Both outlive the object.
@@ -23,15 +23,15 @@ class X11Workspace : public Workspace {
   std::optional<RunningApplication> frontmostApplication() override;
   Activation activate(const RunningApplication& application) override;
 
-  /// Has `frontmostApplication` answer as it does now, until `releaseFront`. While a panel has the
-  /// keyboard, nothing on the server need tell any more which application was in front.
+  /// Has `frontmostApplication` answer as it does now, until `releaseFront`: while a panel has the
+  /// focus, the server may no longer know which application was in front.
   void holdFront();
   void releaseFront();
 
-  /// The window of an application that `window` is in or is; none when it is in no window.
+  /// The client's top-level window that contains `window`, or is it; none when there is none.
   xcb_window_t topLevelOf(xcb_window_t window);
 
-  /// Whether the keyboard goes to a window of this process that no window manager manages.
+  /// Whether an override-redirect window of this process has the input focus.
   bool ownPanelInFront();
 
  private:

@@ -1,6 +1,6 @@
 #pragma once
 
-// <xcb/xkb.h> is written for C and names a structure's field "explicit", a word of C++.
+// <xcb/xkb.h> has a field called "explicit", which is a keyword in C++.
 #ifdef __clang__
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wkeyword-macro"
