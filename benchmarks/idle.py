@@ -31,8 +31,9 @@ def pss_megabytes(pid):
 
 def main():
     with contextlib.ExitStack() as stack:
-        desk = Desk(stack, os.path.abspath(sys.argv[1]), None, clips=made_up_clips(1000),
-                    manager=None)
+        desk = Desk(stack, sys.argv[1], None, clips=made_up_clips(1000),
+                    manager=())
+        desk.settle()
         limit = desk.spawn(sys.executable, "-c", LIMIT)
         processes = desk.brimlo.pid, limit.pid
         time.sleep(3)

@@ -4,21 +4,19 @@ leaves screenshots, and exits with 1 if anything is not as it should be.
 
 usage: tour.py BRIMLO SCREENSHOTS"""
 
-import contextlib
-import os
-import pathlib
+import subprocess
 import sys
 import time
 
-from desk import SHOWN, Desk
-
+from desk import SHOWN, play
 
 TEMPLATES = [{"id": "1", "title": "Copied", "body": " (copied: {clipboard})", "createdAt": 2},
              {"id": "2", "title": "Signature", "body": "Kind regards,\nAda, {date}",
               "createdAt": 1}]
 
 
-def programs_copy(desk):
+def other_programs_copy(desk):
+    desk.spawn("picom", "--backend", "xrender", "--config", "/dev/null")
     desk.xclip("from xclip: naïve café".encode())
     desk.expect_newest("xclip", "from xclip: naïve café")
 
@@ -40,31 +38,29 @@ def programs_copy(desk):
         file.write_text(text)
         editor = desk.spawn(program, str(file))
         desk.window(f"{program}.txt")
-        desk.keys("ctrl+a")
-        desk.keys("ctrl+c")
+        desk.keys("ctrl+a", "ctrl+c")
         desk.expect_newest(program, text)
         desk.screenshot(program)
         desk.end(editor)
-        desk.check(f"{program} has ended, its text can still be pasted",
-                   desk.wait(lambda: desk.paste() == text, 2))
+        desk.expect(f"{program} has ended, its text can still be pasted",
+                    lambda text=text: desk.paste() == text)
 
     page = desk.home / "page.html"
-    page.write_text("<meta charset=utf-8><title>browser</title>"
-                    "<textarea autofocus>from Chromium: 😀 text</textarea>")
+    page.write_text("<meta charset=utf-8><textarea autofocus onfocus='document.title = \"browser\"'>"
+                    "from Chromium: 😀 text</textarea>")
     browser = desk.spawn("chromium", "--no-sandbox", "--disable-gpu", "--no-first-run",
                          "--disable-background-networking", "--disable-component-update",
                          "--disable-sync", "--disable-dev-shm-usage", "--password-store=basic",
                          f"--user-data-dir={desk.home}/chromium", f"file://{page}")
+    desk.window("Chromium")
     desk.window("browser")
-    time.sleep(1)
-    desk.keys("ctrl+a")
-    desk.keys("ctrl+c")
+    desk.keys("ctrl+a", "ctrl+c")
     desk.expect_newest("chromium", "from Chromium: 😀 text")
     desk.screenshot("chromium")
     desk.end(browser)
 
 
-def palette_pastes(desk):
+def the_palette_pastes(desk):
     note = desk.home / "note.txt"
     note.write_text("Notes\n")
     editor = desk.spawn("mousepad", str(note))
@@ -72,107 +68,90 @@ def palette_pastes(desk):
     desk.keys("ctrl+End")
     desk.run("xdotool", "mousemove", "640", "150")
 
-    def saved(text):
-        desk.keys("ctrl+s")
-        return desk.wait(lambda: note.read_text() == text, 3)
+    def expect_saved(what, text):
+        desk.expect(what, lambda: desk.keys("ctrl+s") or note.read_text() == text)
 
-    def open_palette():
-        desk.run("xdotool", "key", "shift+super+v")
-        time.sleep(0.5)
-
-    open_palette()
+    desk.open_palette()
     desk.screenshot("palette")
-    desk.run("xdotool", "type", "--delay", "30", "xsel")
-    time.sleep(0.5)
+    desk.type("xsel")
     desk.screenshot("palette-filtered")
-    desk.run("xdotool", "key", "Return")
-    time.sleep(1)
-    desk.check("hotkey, four letters, Return: the text stands in the editor",
-               saved("Notes\nfrom xsel: 日本語"))
-    open_palette()
-    desk.run("xdotool", "key", "Tab")
-    time.sleep(0.3)
+    desk.keys("Return")
+    desk.wait(lambda: desk.logged("posted Cmd-V") == 1)
+    expect_saved("hotkey, four letters, Return: the text stands in the editor",
+                 "Notes\nfrom xsel: 日本語")
+    desk.open_palette()
+    desk.keys("Tab")
     desk.screenshot("palette-templates")
-    desk.run("xdotool", "key", "1")
-    time.sleep(1)
-    desk.check("Tab, 1: a template, filled in, stands behind it",
-               saved("Notes\nfrom xsel: 日本語 (copied: from xsel: 日本語)"))
+    desk.keys("1")
+    desk.wait(lambda: desk.logged("posted Cmd-V") == 2)
+    expect_saved("Tab, 1: a template, filled in, stands behind it",
+                 "Notes\nfrom xsel: 日本語 (copied: from xsel: 日本語)")
     desk.screenshot("pasted")
     desk.end(editor)
 
 
-def rules_hold(desk):
+def the_rules_hold(desk):
     before = desk.clips()
     desk.xclip(b" \n\t ")
+    time.sleep(1.2)  # nothing tells that it was looked at, which happens every half second
     desk.xclip(b"\x89PNG\r\n\x1a\n", "-t", "image/png")
     time.sleep(1.2)
     desk.check("blank text and an image leave nothing", desk.clips() == before)
 
     oldest = before[-1]
-    desk.xclip(oldest["text"].replace("é", "e\u0301").encode())
-    desk.wait(lambda: desk.clips()[0]["id"] == oldest["id"], 2)
+    owner = desk.spawn("xclip", "-quiet", "-selection", "clipboard", stdin=subprocess.PIPE)
+    owner.stdin.write(oldest["text"].replace("é", "e\u0301").encode())
+    owner.stdin.close()
+    desk.wait(lambda: desk.clips()[0]["id"] == oldest["id"])
     desk.check("an older text, copied again in another spelling, moves up and keeps its id",
                desk.clips()[0]["id"] == oldest["id"] and len(desk.clips()) == len(before))
 
-    desk.run("pkill", "-9", "xclip")
-    time.sleep(0.3)
-    desk.check("its owner was killed, another program can still paste it",
-               desk.paste() == desk.clips()[0]["text"])
+    desk.end(owner)
+    desk.expect("its owner was killed, another program can still paste it",
+                lambda: desk.paste() == desk.texts()[0])
 
     second = desk.run(desk.brimlo_path)
     desk.check("a second start says so and exits with 0",
                second.returncode == 0 and b"already running for" in second.stderr)
 
 
-def restarts(desk):
+def the_process_ends_and_starts_again(desk):
     before = desk.clips()
-    desk.brimlo.kill()
-    desk.brimlo.wait()
+    desk.end(desk.brimlo)
     desk.xclip(b"copied while nothing ran")
     with desk.settings.open("a") as settings:
         settings.write("excludePasswords=true\n")
     desk.start()
     desk.xclip(b"Passw0rd!")
-    time.sleep(1)
-    desk.check("after kill -9 the history is as it was; what was on the clipboard at the start and "
-               "a password stay out", desk.clips() == before)
+    desk.expect("a password is skipped",
+                lambda: desk.logged("skipped password-like text (9 chars)\n"))
+    desk.check("after kill -9 the history is as it was; what was on the clipboard at the start "
+               "stays out", desk.clips() == before)
     desk.xclip(b"the first copy after the restart")
     desk.expect_newest("xclip", "the first copy after the restart")
 
     large = "large " * 2_000_000
     desk.xclip(large.encode())
-    desk.check("12 MB are captured whole",
-               desk.wait(lambda: desk.clips()[0]["text"] == large, 10))
-    desk.brimlo.terminate()
-    desk.check("SIGTERM ends it with 0", desk.brimlo.wait(10) == 0)
+    desk.expect("12 MB are captured whole", lambda: desk.texts()[0] == large)
+    desk.check("SIGTERM ends it with 0", desk.stop() == 0)
+
+
+def what_is_left(desk):
+    print("  the history, newest first:")
+    for clip in desk.clips():
+        print(f"    {clip['id']}  {clip['source']}  {clip['text'][:SHOWN]!r}")
+    print("  the log:")
+    for line in desk.log.read_text().splitlines():
+        print(f"    {line}")
+    # One more may be there: the word that the second of three clicks in xterm selects.
+    desk.check("every copy was captured once", desk.logged("captured local clip (") in (9, 10))
 
 
 def main():
-    screenshots = pathlib.Path(sys.argv[2])
-    screenshots.mkdir(parents=True, exist_ok=True)
-    with contextlib.ExitStack() as stack:
-        desk = Desk(stack, os.path.abspath(sys.argv[1]), screenshots, templates=TEMPLATES)
-        desk.spawn("picom", "--backend", "xrender", "--config", "/dev/null")
-        print("Other programs copy:")
-        programs_copy(desk)
-        print("The palette:")
-        palette_pastes(desk)
-        print("The rules:")
-        rules_hold(desk)
-        print("The process ends and starts again:")
-        restarts(desk)
-        print("The history, newest first:")
-        for clip in desk.clips():
-            print(f"  {clip['id']}  {clip['source']}  {clip['text'][:SHOWN]!r}")
-        print("The log:")
-        log = desk.log.read_text()
-        print("".join(f"  {line}\n" for line in log.splitlines()), end="")
-        # One more may be there: the word that the second of three clicks in xterm selects.
-        desk.check("the log has the expected lines",
-                   log.count("captured local clip (") in (9, 10)
-                   and "[BrimloMac] skipped password-like text (9 chars)\n" in log)
-        print(f"{desk.faults} faults; screenshots in {screenshots}")
-        return 1 if desk.faults else 0
+    faults = play(other_programs_copy, the_palette_pastes, the_rules_hold,
+                  the_process_ends_and_starts_again, what_is_left, templates=TEMPLATES)
+    print(f"{faults} faults; screenshots in {sys.argv[2]}")
+    return 1 if faults else 0
 
 
 if __name__ == "__main__":

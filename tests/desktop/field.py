@@ -1,22 +1,77 @@
-"""A text field that says what stands in it: at every change a line with the time and the text.
+"""A text field in some application, for the program to paste into. The field says what stands in
+it: at every change a line with the text.
 
 usage: field.py gtk-entry|gtk-view|qt-line|terminal"""
 
 import json
 import os
+import pathlib
 import sys
-import time
+
+APPLICATIONS = {
+    "xterm": ("xterm", "-T", "xterm", "-e"),
+    "VTE": ("xfce4-terminal", "--disable-server", "-T", "VTE", "-e")}
+
+
+class Field:
+    """A field in front, with the keyboard. Its window's title is its kind."""
+
+    def __init__(self, desk, kind):
+        self.desk = desk
+        self.kind = kind
+        self.output = desk.home / kind
+        self.output.unlink(missing_ok=True)
+        self.output.touch()
+        if kind in APPLICATIONS:
+            desk.env["FIELD_OUTPUT"] = str(self.output)
+            self.process = desk.spawn(*APPLICATIONS[kind],
+                                      f"/usr/bin/python3 {__file__} terminal")
+        else:
+            self.process = desk.spawn("/usr/bin/python3", __file__, kind,
+                                      stdout=self.output.open("w"))
+        desk.window(kind)
+        desk.wait(lambda: self.text() is not None)
+
+    def text(self):
+        lines = self.output.read_text().split("\n")[:-1]  # whole ones
+        return json.loads(lines[-1]) if lines else None
+
+    def close(self):
+        self.desk.end(self.process)
+
+
+class Browser(Field):
+    """A browser's text area. The page says in its title what stands there."""
+
+    def __init__(self, desk):
+        page = desk.home / "page.html"
+        page.write_text("<meta charset=utf-8><title>Chromium</title><script>const say = it =>"
+                        "document.title = 'Chromium ' + JSON.stringify(it.value)</script>"
+                        "<textarea autofocus onfocus='say(this)' oninput='say(this)'></textarea>")
+        self.desk = desk
+        self.process = desk.spawn(
+            "chromium", "--no-sandbox", "--disable-gpu", "--no-first-run",
+            "--disable-background-networking", "--disable-component-update", "--disable-sync",
+            "--disable-dev-shm-usage", "--password-store=basic",
+            f"--user-data-dir={desk.home}/chromium", f"file://{page}")
+        self.window = desk.window("Chromium")
+        desk.wait(lambda: self.text() is not None)
+
+    def text(self):
+        title = self.desk.run("xdotool", "getwindowname", self.window).stdout.decode()
+        said = title.rsplit(" - ", 1)[0].partition(" ")[2]
+        return json.loads(said) if said else None
 
 
 def say(text):
-    print(time.monotonic(), json.dumps(text), flush=True)
+    print(json.dumps(text), flush=True)
 
 
 def gtk(make):
     import gi
     gi.require_version("Gtk", "3.0")
     from gi.repository import Gtk
-    window = Gtk.Window(title="field")
+    window = Gtk.Window(title=sys.argv[1])
     window.set_default_size(400, 80)
     window.add(make(Gtk))
     window.show_all()
@@ -43,7 +98,7 @@ def qt_line():
     application = QApplication(["field"])
     line = QLineEdit()
     line.setMaxLength(100_000_000)
-    line.setWindowTitle("field")
+    line.setWindowTitle(sys.argv[1])
     line.textChanged.connect(say)
     line.show()
     say("")

@@ -4,7 +4,7 @@ is told on standard input what to do and answers on standard output. It is the s
   items        the items that are registered
   properties   what the first item says of itself, in one line
   click X Y    clicks it there
-  dark, light  the desktop's appearance changes
+  dark, plain  the desktop's appearance changes: to a dark one, or to none in particular
 
 usage: tray_host.py"""
 
@@ -76,7 +76,7 @@ def on_line(source, _condition):
         ask_item(ITEM, "Activate", GLib.Variant("(ii)", tuple(map(int, words[1:3]))))
         print("clicked", flush=True)
     else:
-        scheme = {"dark": 1, "light": 2}[words[0]]
+        scheme = {"dark": 1, "plain": 0}[words[0]]
         bus.emit_signal(None, "/org/freedesktop/portal/desktop", PORTAL, "SettingChanged",
                         GLib.Variant("(ssv)", ("org.freedesktop.appearance", "color-scheme",
                                                GLib.Variant("u", scheme))))
