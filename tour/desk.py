@@ -9,11 +9,11 @@ import re
 import subprocess
 import sys
 import time
+import traceback
 
-from display import Display
+from display import PATIENCE, Display, end_in_order
 
 SHOWN = 60  # characters of a text that are printed
-OPENBOX = ("openbox",)
 CARD = (0x26, 0x2E, 0x28)  # of the palette, and of the menu window on a dark desktop
 HOTKEY = 50, 133, 55  # Shift, Super and V by their key codes, which are the same in every layout
 
@@ -32,7 +32,7 @@ class Desk(Display):
     """A virtual display with a window manager, a home of its own, and the program."""
 
     def __init__(self, stack, brimlo, screenshots, server_options=(), clips=None, templates=None,
-                 manager=OPENBOX, onboarding=False, bus=False):
+                 manager=("openbox",), onboarding=False, bus=False):
         """`onboarding`: whether that is still to be shown. `bus`: whether there is a session bus."""
         super().__init__(stack, server_options, manager=manager, bus=bus)
         self.brimlo_path = os.path.abspath(brimlo)
@@ -55,7 +55,7 @@ class Desk(Display):
         """Starts the program. It is up when it tells how its first sync run went."""
         before = self.logged("sync ok", "sync unavailable")
         self.brimlo = self.spawn(self.brimlo_path, stderr=self.log.open("a"))
-        self.wait(lambda: self.logged("sync ok", "sync unavailable") > before)
+        self.require("sync run", lambda: self.logged("sync ok", "sync unavailable") > before)
 
     def settle(self):
         """Waits until the program has nothing more to do."""
@@ -76,7 +76,7 @@ class Desk(Display):
 
     def wait_for_end(self):
         with contextlib.suppress(subprocess.TimeoutExpired):
-            return self.brimlo.wait(60)
+            return self.brimlo.wait(PATIENCE)
 
     def logged(self, *parts):
         """How often any of the parts is in the log."""
@@ -113,7 +113,7 @@ class Desk(Display):
     def feed(self, text, *command):
         """Runs a program that goes on in the background and owns the clipboard."""
         subprocess.run(command, env=self.env, input=text, stdout=subprocess.DEVNULL,
-                       stderr=subprocess.DEVNULL, timeout=60)
+                       stderr=subprocess.DEVNULL, timeout=PATIENCE)
 
     def xclip(self, text, *options):
         self.feed(text, "xclip", "-selection", "clipboard", *options)
@@ -142,9 +142,8 @@ class Desk(Display):
         def activated():
             self.ask("windowactivate" if self.manager else "windowfocus", *window)
             return self.wait(lambda: self.has_keyboard(window), 1)
-        window = self.wait(found)
-        if not window or not self.wait(activated):
-            raise TimeoutError(f"no window {title!r} to type into")
+        window = self.require(f"window {title!r}", found)
+        self.require(f"keyboard for {title!r}", activated)
         return window[0]
 
     def windows(self, name=".*"):
@@ -226,13 +225,17 @@ def play(*parts, **setting):
     The script's arguments are BRIMLO SCREENSHOTS."""
     folder = pathlib.Path(sys.argv[2])
     folder.mkdir(parents=True, exist_ok=True)
+    end_in_order()
     with contextlib.ExitStack() as stack:
         desk = Desk(stack, sys.argv[1], folder, **setting)
-        for part in parts:
-            print(part.__name__.replace("_", " ") + ":", flush=True)
-            part(desk)
-        desk.check("no sanitizer complains", "Sanitizer" not in desk.log.read_text()
-                   and "runtime error" not in desk.log.read_text())
+        try:
+            for part in parts:
+                print(part.__name__.replace("_", " ") + ":", flush=True)
+                part(desk)
+        except Exception:  # the log tells why
+            traceback.print_exc()
+            desk.check("the script went to its end", False)
+        desk.check("no sanitizer complains", not desk.logged("Sanitizer", "runtime error"))
         if desk.faults:
             print(desk.log.read_text()[-4000:])
         return desk.faults

@@ -15,7 +15,7 @@ NEXT, BACK, COPY, FIELD = (420, 514), (48, 514), (418, 208), (200, 311)  # in th
 
 
 def expect_logged(desk, line):
-    desk.expect(line, lambda: desk.logged(f"[BrimloMac] {line}"))
+    desk.expect(line, lambda: desk.logged(f"[BrimloMac] {line}\n"))
 
 
 def expect_in_field(desk, what, text):
@@ -26,7 +26,7 @@ def expect_in_field(desk, what, text):
 
 def first_start(desk):
     expect_logged(desk, "onboarding presented (step=0, axTrusted=true) "
-                        "frame={{400, 120}, {480, 560}}\n")
+                        "frame={{400, 120}, {480, 560}}")
     window = desk.wait(lambda: desk.windows(TITLE))[0]
     x, y, *size = desk.place(window)
     desk.check(f"480 by 560 in the middle: {x}, {y}, {size}",
@@ -64,7 +64,7 @@ def chosen_step(desk):
     desk.env["BRIMLO_OB_STEP"] = "2"
     desk.start()
     expect_logged(desk, "onboarding presented (step=2, axTrusted=true) "
-                        "frame={{400, 120}, {480, 560}}\n")
+                        "frame={{400, 120}, {480, 560}}")
     window = desk.window(TITLE)
     desk.expect("it floats", lambda: b"_NET_WM_STATE_ABOVE" in desk.run(
         "xprop", "-id", window, "_NET_WM_STATE").stdout)

@@ -31,23 +31,21 @@ class Postgres:
                         "--auth-local=trust", "--auth-host=scram-sha-256", "--no-sync",
                         "--locale=C.UTF-8"],
                        check=True, stdout=subprocess.DEVNULL)
-        with socket.socket() as probe:
-            probe.bind(("127.0.0.1", 0))
-            self.port = probe.getsockname()[1]
-        self.control = [*self.become, binaries / "pg_ctl", "-D", data, "-w",
-                        "-l", self.folder / "log", "-o",
-                        f"-p {self.port} -k {self.folder} -h 127.0.0.1 -F"]
-        self.start()
-        stack.callback(self.stop)
+        control = [*self.become, binaries / "pg_ctl", "-D", data, "-w"]
+        stack.callback(subprocess.run, [*control, "-m", "immediate", "stop"],
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        for attempts_left in reversed(range(5)):
+            with socket.socket() as probe:
+                probe.bind(("127.0.0.1", 0))
+                self.port = probe.getsockname()[1]
+            started = subprocess.run([*control, "-l", self.folder / "log", "-o",
+                                      f"-p {self.port} -k {self.folder} -h 127.0.0.1 -F", "start"],
+                                     stdout=subprocess.DEVNULL, check=not attempts_left)
+            if started.returncode == 0:
+                break  # or else another program took the port meanwhile
         self.env = dict(os.environ, PGHOST=str(self.folder), PGPORT=str(self.port),
                         PGUSER="postgres")
         self.sql("ALTER ROLE postgres PASSWORD 'postgres'")
-
-    def start(self):
-        subprocess.run([*self.control, "start"], check=True, stdout=subprocess.DEVNULL)
-
-    def stop(self):
-        subprocess.run([*self.control, "-m", "immediate", "stop"], stdout=subprocess.DEVNULL)
 
     def sql(self, statement, *options, database="postgres"):
         return subprocess.run(["psql", "-qAtX", "-v", "ON_ERROR_STOP=1", "-d", database, *options,
