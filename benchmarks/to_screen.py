@@ -1,5 +1,5 @@
-"""How long the palette takes from the hotkey to the screen, and the menu window from a second start's
-request, on a virtual display, with 100 and with 100,000 clips.
+"""How long the palette takes from the hotkey to the screen, and the menu window from a second
+start's request, on a virtual display, with 100 and with 100,000 clips.
 
 usage: to_screen.py BRIMLO TO_SCREEN [ROUNDS CLIPS]   other numbers than 20 rounds of each"""
 

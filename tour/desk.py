@@ -33,7 +33,7 @@ class Desk(Display):
 
     def __init__(self, stack, brimlo, screenshots, server_options=(), clips=None, templates=None,
                  manager=("openbox",), onboarding=False, bus=False):
-        """`onboarding`: whether that is still to be shown. `bus`: whether there is a session bus."""
+        """`onboarding`: whether it is still to be shown. `bus`: whether there is a session bus."""
         super().__init__(stack, server_options, manager=manager, bus=bus)
         self.brimlo_path = os.path.abspath(brimlo)
         self.screenshots = screenshots
@@ -125,6 +125,22 @@ class Desk(Display):
 
     def paste(self):
         return self.run("xsel", "-b", "-o").stdout.decode()
+
+    def browse(self, text):
+        """Opens a page with a text area in Chromium. The window's title says what stands in it, once
+        the page has been painted: keys before that are dropped."""
+        file = self.home / "page.html"
+        file.write_text(f"""<meta charset=utf-8><title>loading</title>
+            <p>A page<p><textarea id=area autofocus>{text}</textarea>
+            <script>
+              const say = () => document.title = "browser " + JSON.stringify(area.value);
+              area.oninput = say;
+              new PerformanceObserver(say).observe({{type: "paint", buffered: true}});
+            </script>""")
+        return self.spawn("chromium", "--no-sandbox", "--disable-gpu", "--no-first-run",
+                          "--disable-background-networking", "--disable-component-update",
+                          "--disable-sync", "--disable-dev-shm-usage", "--password-store=basic",
+                          f"--user-data-dir={self.home}/chromium", f"file://{file}")
 
     def ask(self, *command):
         return self.run("xdotool", *command).stdout.decode().split()

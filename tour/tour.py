@@ -45,14 +45,7 @@ def other_programs_copy(desk):
         desk.expect(f"{program} has ended, its text can still be pasted",
                     lambda text=text: desk.paste() == text)
 
-    page = desk.home / "page.html"
-    page.write_text("<meta charset=utf-8><textarea autofocus onfocus='document.title = \"browser\"'>"
-                    "from Chromium: 😀 text</textarea>")
-    browser = desk.spawn("chromium", "--no-sandbox", "--disable-gpu", "--no-first-run",
-                         "--disable-background-networking", "--disable-component-update",
-                         "--disable-sync", "--disable-dev-shm-usage", "--password-store=basic",
-                         f"--user-data-dir={desk.home}/chromium", f"file://{page}")
-    desk.window("Chromium")
+    browser = desk.browse("from Chromium: 😀 text")
     desk.window("browser")
     desk.keys("ctrl+a", "ctrl+c")
     desk.expect_newest("chromium", "from Chromium: 😀 text")

@@ -64,7 +64,7 @@ def sync(desk, server):
 
     desk.copy("copied here")
     press_item(desk, SYNC - 1)
-    desk.expect("what was copied arrives in the database, and nothing that was cleared is left there",
+    desk.expect("what was copied is in the database, and nothing of what was cleared",
                 lambda: sql("SELECT convert_from(text, 'UTF8') FROM brimlo.clip") == "copied here")
     sql("INSERT INTO brimlo.clip (id, text, saved_at, source)"
         " VALUES ('p', 'from the phone', extract(epoch FROM now()), 'action')")

@@ -1,5 +1,5 @@
-"""Runs brimlo-fetch, which fetches the update feed, against servers that behave well and badly. Exits
-with 1 if anything is not as it should be.
+"""Runs brimlo-fetch, which fetches the update feed, against servers that behave well and badly.
+Exits with 1 if anything is not as it should be.
 
 usage: fetch.py BRIMLO_FETCH"""
 

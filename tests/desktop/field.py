@@ -41,26 +41,16 @@ class Field:
 
 
 class Browser(Field):
-    """A browser's text area. The page says in its title what stands there."""
+    """The text area of a page in a browser."""
 
     def __init__(self, desk):
-        page = desk.home / "page.html"
-        page.write_text("<meta charset=utf-8><title>Chromium</title><script>const say = it =>"
-                        "document.title = 'Chromium ' + JSON.stringify(it.value)</script>"
-                        "<textarea autofocus onfocus='say(this)' oninput='say(this)'></textarea>")
         self.desk = desk
-        self.process = desk.spawn(
-            "chromium", "--no-sandbox", "--disable-gpu", "--no-first-run",
-            "--disable-background-networking", "--disable-component-update", "--disable-sync",
-            "--disable-dev-shm-usage", "--password-store=basic",
-            f"--user-data-dir={desk.home}/chromium", f"file://{page}")
-        self.window = desk.window("Chromium")
-        desk.wait(lambda: self.text() is not None)
+        self.process = desk.browse("")
+        self.window = desk.window("browser")
 
     def text(self):
         title = self.desk.run("xdotool", "getwindowname", self.window).stdout.decode()
-        said = title.rsplit(" - ", 1)[0].partition(" ")[2]
-        return json.loads(said) if said else None
+        return json.loads(title.rsplit(" - ", 1)[0].partition(" ")[2])
 
 
 def say(text):

@@ -17,8 +17,8 @@ METAINFO = "share/metainfo/org.brimlo.Brimlo.metainfo.xml"
 AUTOSTART = "etc/xdg/autostart/org.brimlo.Brimlo.desktop"
 BELOW_PREFIX = {
     "bin/brimlo", "libexec/brimlo/brimlo-fetch", ENTRY, METAINFO, "share/man/man1/brimlo.1.gz",
-    "share/doc/brimlo/changelog.gz", "share/doc/brimlo/copyright", f"{ICONS}/scalable/apps/brimlo.svg",
-    f"{ICONS}/symbolic/apps/brimlo-symbolic.svg",
+    "share/doc/brimlo/changelog.gz", "share/doc/brimlo/copyright",
+    f"{ICONS}/scalable/apps/brimlo.svg", f"{ICONS}/symbolic/apps/brimlo-symbolic.svg",
     *(f"{ICONS}/{n}x{n}/apps/brimlo.png" for n in (16, 22, 24, 32, 48, 64, 128, 256))}
 
 faults = 0
@@ -71,8 +71,9 @@ def main():
         entry(prefix, prefix / ENTRY)
         entry(prefix, prefix / AUTOSTART)
         approves("appstreamcli", "validate", "--no-net", "--strict", prefix / METAINFO)
-        newest = xml.etree.ElementTree.parse(prefix / METAINFO).find("releases/release")
-        check(f"the newest release is {version}", newest.get("version") == version, newest.get("version"))
+        release = xml.etree.ElementTree.parse(prefix / METAINFO).find("releases/release")
+        newest = release.get("version")
+        check(f"the newest release is {version}", newest == version, newest)
     print("all is well" if not faults else f"{faults} faults")
     return 1 if faults else 0
 

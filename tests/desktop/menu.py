@@ -152,7 +152,8 @@ def signals_and_second_starts(desk):
     desk.check("what it does not know it refuses", second_start(desk, "--nonsense") == 2)
     before = desk.logged("palette presented")
     second_start(desk, "--quick-paste")
-    desk.expect("--quick-paste opens the palette", lambda: desk.logged("palette presented") > before)
+    desk.expect("--quick-paste opens the palette",
+                lambda: desk.logged("palette presented") > before)
     desk.check("in the menu window's place", closes(desk))
     desk.keys("Escape")
     desk.expect("Escape closes it", lambda: not desk.windows())
