@@ -50,9 +50,14 @@ def hotkey_to_editor(desk):
     desk.type("!")
     desk.expect("the keyboard is the editor's again", lambda: field.text() == "the second text!")
     desk.open_palette()
+    desk.keys("Escape")
+    expect_closed(desk, "Escape closes it")
+    desk.type("?")
+    desk.expect("after that, too", lambda: field.text() == "the second text!?")
+    desk.open_palette()
     desk.keys("3")
     desk.expect("3 pastes the third row",
-                lambda: field.text() == "the second text!the third text")
+                lambda: field.text() == "the second text!?the third text")
     field.close()
 
 
