@@ -57,26 +57,27 @@ def the_palette_pastes(desk):
     note = desk.home / "note.txt"
     note.write_text("Notes\n")
     editor = desk.spawn("mousepad", str(note))
-    desk.window("note.txt")
+    window = desk.window("note.txt")
     desk.keys("ctrl+End")
     desk.run("xdotool", "mousemove", "640", "150")
 
     def expect_saved(what, text):
-        desk.expect(what, lambda: desk.keys("ctrl+s") or note.read_text() == text)
+        # The title tells with a star that there is something to save.
+        desk.wait(lambda: desk.ask("getwindowname", window)[0].startswith("*"))
+        desk.keys("ctrl+s")
+        desk.expect(what, lambda: note.read_text() == text)
 
     desk.open_palette()
     desk.screenshot("palette")
     desk.type("xsel")
     desk.screenshot("palette-filtered")
     desk.keys("Return")
-    desk.wait(lambda: desk.logged("posted Cmd-V") == 1)
     expect_saved("hotkey, four letters, Return: the text stands in the editor",
                  "Notes\nfrom xsel: 日本語")
     desk.open_palette()
     desk.keys("Tab")
     desk.screenshot("palette-templates")
     desk.keys("1")
-    desk.wait(lambda: desk.logged("posted Cmd-V") == 2)
     expect_saved("Tab, 1: a template, filled in, stands behind it",
                  "Notes\nfrom xsel: 日本語 (copied: from xsel: 日本語)")
     desk.screenshot("pasted")
