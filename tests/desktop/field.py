@@ -5,7 +5,6 @@ usage: field.py gtk-entry|gtk-view|qt-line|terminal"""
 
 import json
 import os
-import pathlib
 import sys
 
 APPLICATIONS = {
