@@ -30,6 +30,14 @@ TEST(TemplateStore, LoadsSortedStablyAndSavesWhatTheFileIsNotKnownToHold) {
   EXPECT_EQ(files.writes, 1);
   store.save();
   EXPECT_EQ(file, "[" + older + "]");
+  const auto held = store.templates().value();
+  files.diskFull = true;
+  store.setTemplates({});
+  store.save();
+  files.diskFull = false;
+  store.setTemplates(held);
+  store.save();
+  EXPECT_EQ(files.writes, 3) << "what a failed save left there is not known";
 
   const std::string bad = file = R"([{"id":"a","title":"t","body":"b"}])";
   TemplateStore damaged = make();
