@@ -27,7 +27,7 @@ TEST_F(MenuContentModelTest, PagesTheHistory) {
       {60, "+2", "text 51..text 60 [60: 51 to 60, 100 %] pager.prev -"},
       {60, "2x", "text 1..text 25 [60: 1 to 25, 100 %] - 26 – 50"},
       {60, "-1", "text 1..text 25 [60: 1 to 25, 100 %] - 26 – 50"},
-      {60, "9223372036854775807", "text 60..text 60 [60: 60 to 60, 100 %] pager.prev -"},
+      {60, "737869762948382065", "text 60..text 60 [60: 60 to 60, 100 %] pager.prev -"},
   };
   for (const auto& each : cases) {
     SCOPED_TRACE(each.expected);
