@@ -140,10 +140,10 @@ TEST_F(MenuContentModelTest, TheFooterShowsTheSettingsAndDoesWhatItSays) {
   EXPECT_FALSE(item(Id::kAccessibilityNotice).shown) << "it may type";
 
   asked.clear();
-  syncing.set(true);
   status.set("at it");
-  EXPECT_TRUE(model->content().value().isSyncing);
   EXPECT_EQ(model->content().value().syncStatus, "at it");
+  syncing.set(true);
+  EXPECT_TRUE(model->content().value().isSyncing);
   model->activate(Id::kSync);
   auto withoutUpdates = services();
   withoutUpdates.checkForUpdates = nullptr;
