@@ -34,7 +34,7 @@ constexpr int kKeyOfV = 55, kKeyOfVInDvorak = 60;
 constexpr std::uint16_t kModifiers = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_4;
 constexpr std::int32_t kBadAccess = 10;
 
-/// Whether another client gets that key.
+/// Whether another client can grab that key.
 bool grab(X11Connection& client, xcb_keycode_t key, std::uint16_t modifiers) {
   return client.check(xcb_grab_key_checked(client.xcb(), 0, client.root(), modifiers, key,
                                            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC)) == 0;

@@ -39,7 +39,8 @@ class FakeLog : public SystemLog {
   std::vector<std::string> lines;
 };
 
-/// Time, timers and the main queue, which move only when told.
+/// Time, timers and the main queue. Time passes only in `advance`; queued blocks run only there and
+/// in `drain`.
 class FakeRunLoop : public Clock, public Timers, public MainQueue, public Application {
  public:
   double nowMs() const override { return now; }
@@ -59,7 +60,7 @@ class FakeRunLoop : public Clock, public Timers, public MainQueue, public Applic
 
   void terminate() override { terminated = true; }
 
-  /// Runs what is queued, what that queues included.
+  /// Runs what is queued, and what is queued meanwhile.
   void drain() {
     while (!queue_.empty()) {
       const auto block = std::move(queue_.front());
@@ -68,7 +69,7 @@ class FakeRunLoop : public Clock, public Timers, public MainQueue, public Applic
     }
   }
 
-  /// Moves the time on, with every tick that falls due.
+  /// Lets time pass, with every tick that falls due.
   void advance(std::chrono::milliseconds by) {
     for (const double end = now + static_cast<double>(by.count()); now < end; ++now) {
       std::erase_if(timers_, [](const auto& timer) { return timer.expired(); });
@@ -114,7 +115,7 @@ class FakeRunLoop : public Clock, public Timers, public MainQueue, public Applic
   std::vector<std::pair<double, std::function<void()>>> delayed_;
 };
 
-/// A pasteboard whose other clients are the test.
+/// A pasteboard on which the test acts for the other clients.
 class FakePasteboard : public Pasteboard {
  public:
   explicit FakePasteboard(MainQueue& queue) : queue_(queue) {}
@@ -142,7 +143,7 @@ class FakePasteboard : public Pasteboard {
     if (const auto then = std::exchange(onTaken_, nullptr)) then();
   }
 
-  /// Another client copies a text, or, with none, an image or a secret, or clears.
+  /// Another client copies a text; or, where that is none, an image or a secret, or clears it.
   void change(std::optional<std::string> text, bool cleared = false) {
     ++count_;
     text_ = std::move(text);
@@ -192,7 +193,7 @@ class FakeStrings : public LocalizedStrings {
   }
 };
 
-/// A desktop with applications, keys and notifications, which writes down what is asked of it.
+/// A desktop with applications, keys and notifications, which records what is asked of it.
 class FakeDesktop : public Accessibility,
                     public KeyEventPoster,
                     public SignalSources,

@@ -28,7 +28,7 @@ class X11KeyEvents : public KeyEventPoster {
   X11KeyEvents(X11Connection& x11, X11Keyboard& keyboard, X11Workspace& workspace,
                PrimarySelection& primary, MainQueue& queue);
 
-  /// Whether the server has the extensions that this takes; without them, every `post` fails.
+  /// Whether the server has XTEST and XKB; without them, every `post` fails.
   X11Accessibility::Typing typing() const { return typing_; }
 
   void post(const KeyEvent& down, const KeyEvent& up, std::function<void(Result)> then) override;

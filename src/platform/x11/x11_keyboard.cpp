@@ -58,7 +58,7 @@ std::optional<X11Keyboard::Place> X11Keyboard::find(xkb_keysym_t symbol) {
     for (auto key = xkb_keymap_min_keycode(keys); key <= xkb_keymap_max_keycode(keys); ++key) {
       const xkb_keysym_t* symbols = nullptr;
       const xkb_layout_index_t groupsOfKey = xkb_keymap_num_layouts_for_key(keys, key);
-      // A key with fewer groups than the keyboard has the same symbols in all of them.
+      // A key with one group alone gives the same symbols in every group.
       const xkb_layout_index_t own = groupsOfKey == 1 ? 0 : at;
       if (own >= groupsOfKey) continue;
       const int count = xkb_keymap_key_get_syms_by_level(keys, key, own, 0, &symbols);

@@ -81,7 +81,7 @@ class X11Pasteboard : public Pasteboard, public PrimarySelection {
   // the text to offer is kept here. The inner null means to leave the selection without an owner.
   std::optional<Text> claim_;
   Text offered_;                               // what the selection was last claimed for
-  std::optional<xcb_timestamp_t> disownedAt_;  // when it was last left without an owner, by us
+  std::optional<xcb_timestamp_t> disownedAt_;  // when this program last left it without an owner
 
   bool handedOver_ = false;  // the clipboard manager has answered
   std::function<void()> whenTaken_;
