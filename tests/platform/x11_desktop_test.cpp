@@ -295,7 +295,7 @@ TEST_F(X11DesktopTest, AHotKeyFollowsTheLayoutAndWhatItCannotTakeIsLogged) {
   for (const auto& [layout, group, key] : kCases) {
     run(std::string("setxkbmap -layout ") + layout);
     lockGroup(group);
-    EXPECT_TRUE(wait([&] { return press(key) == 1; })) << layout << int{group};
+    EXPECT_TRUE(wait([&, wanted = key] { return press(wanted) == 1; })) << layout << int{group};
     EXPECT_EQ(press(kKeyOfV + kKeyOfVInDvorak - key), 0) << layout << int{group};
   }
   EXPECT_TRUE(log.lines.empty());
