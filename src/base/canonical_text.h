@@ -17,8 +17,9 @@ std::size_t canonicalHash(std::string_view text);
 /// becomes one where one is asked for.
 class CanonicalText {
  public:
-  CanonicalText(std::string text);
-  CanonicalText(const char* text) : CanonicalText(std::string(text)) {}
+  CanonicalText(std::string text);  // NOLINT(google-explicit-constructor): see above
+  CanonicalText(const char* text)   // NOLINT(google-explicit-constructor)
+      : CanonicalText(std::string(text)) {}
 
   const std::string& text() const { return text_; }
 

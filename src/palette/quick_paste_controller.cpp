@@ -97,6 +97,7 @@ void QuickPasteController::beginPresentation(ClipList clips, const std::vector<T
                                              QuickPasteSection section,
                                              const std::optional<std::string>& query) {
   std::vector<TemplatePtr> shared;
+  shared.reserve(templates.size());
   for (const Template& each : templates) shared.push_back(std::make_shared<const Template>(each));
   filter_.reset();
   matches_ = {};
@@ -237,7 +238,7 @@ KeyablePanel& QuickPasteController::ensurePanel() {
   return *panel_;
 }
 
-void QuickPasteController::positionPanel(KeyablePanel& panel) {
+void QuickPasteController::positionPanel(KeyablePanel& panel) const {
   const Size size = panel.contentSize();
   if (debugCenterOnPrimary_) {
     if (const auto primary = primaryScreen(services_.screens)) {

@@ -90,7 +90,7 @@ class QuickPasteController {
   void publishMatches(const QuickPasteMatches& matches);
   void selectFirst();
   KeyablePanel& ensurePanel();
-  void positionPanel(KeyablePanel& panel);
+  void positionPanel(KeyablePanel& panel) const;
   void screensChanged();
   void installMonitors();
   void removeMonitors();

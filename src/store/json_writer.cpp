@@ -25,15 +25,15 @@ void JsonWriter::raw(std::string_view json) {
   end_ = std::copy(json.begin(), json.end(), end_);
 }
 
-void JsonWriter::value(const std::string& string) {
-  std::string_view text = string;
+void JsonWriter::value(const std::string& text) {
+  std::string_view rest = text;
   raw("\"");
   do {
-    const std::string_view slice = text.substr(0, kSlice);
+    const std::string_view slice = rest.substr(0, kSlice);
     makeRoom(jsonEscapedRoom(slice.size()));
     end_ = writeJsonEscaped(end_, slice);
-    text.remove_prefix(slice.size());
-  } while (!text.empty());
+    rest.remove_prefix(slice.size());
+  } while (!rest.empty());
   raw("\"");
 }
 

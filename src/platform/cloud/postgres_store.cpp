@@ -109,8 +109,8 @@ RecordPtr recordIn(const Row& row, const RecordTable& table) {
 }
 
 /// `lists` keeps what the statement's values point to.
-Statement saving(const RecordTable& table, const CloudRecord& record,
-                 std::deque<std::string>& lists) {
+Statement saveStatement(const RecordTable& table, const CloudRecord& record,
+                        std::deque<std::string>& lists) {
   Statement statement{saveStatement(table), {std::string_view(record.id.name)}};
   statement.repeated = true;
   for (const RecordColumn& column : table.columns) {
@@ -242,7 +242,7 @@ std::variant<RecordStore::Changes, CloudError> PostgresStore::changesSince(const
 }
 
 std::variant<RecordStore::Push, RecordStore::PushFault> PostgresStore::push(
-    std::span<const RecordPtr> saved, std::span<const RecordID> deleting) {
+    std::span<const RecordPtr> saving, std::span<const RecordID> deleting) {
   if (!connection_) return PushFault{PushFault::Kind::kRequest, "there is no connection"};
   Push push{{0, ""}, {}};
   std::deque<std::string> lists;
@@ -251,8 +251,8 @@ std::variant<RecordStore::Push, RecordStore::PushFault> PostgresStore::push(
       {kLock, {}, [&](const Row& row) { push.before = placeIn(row); }},
       {kNumber, {}},
       {kLock, {}, [&](const Row& row) { push.after = placeIn(row); }}};
-  for (const RecordPtr& record : saved) {
-    statements.push_back(saving(recordTable(record->id.type), *record, lists));
+  for (const RecordPtr& record : saving) {
+    statements.push_back(saveStatement(recordTable(record->id.type), *record, lists));
   }
   for (const RecordID& id : deleting) {
     Statement removal{std::string("DELETE FROM brimlo.") + recordTable(id.type).name +

@@ -225,7 +225,7 @@ std::optional<std::string> SqliteStore::makeTables() {
 /// Why the last call failed. Remembers damage.
 std::string SqliteStore::fault() {
   if (!database_) return sqlite3_errstr(SQLITE_CANTOPEN);
-  const std::string why = sqlite3_errmsg(database_.get());
+  std::string why = sqlite3_errmsg(database_.get());
   if (isDamage(sqlite3_errcode(database_.get()))) damage_ = why;
   return why;
 }

@@ -216,7 +216,7 @@ bool StatusNotifierItem::handleMessage(const QDBusMessage& message,
     return false;
   const QVariantList arguments = message.arguments();
   const QString member = message.member();
-  const bool aboutItem = arguments.size() >= 1 && arguments[0] == kItem;
+  const bool aboutItem = !arguments.empty() && arguments[0] == kItem;
   if (message.interface() == kProperties && member == "GetAll" && aboutItem) {
     QVariantMap all = plainProperties();
     all["IconPixmap"] = QVariant::fromValue(pictures(icon_));

@@ -13,7 +13,8 @@ std::optional<std::vector<std::string>> QtEntitlements::stringList(std::string_v
       values_.value(QLatin1String(name.data(), static_cast<qsizetype>(name.size())));
   if (!value.isArray()) return std::nullopt;
   std::vector<std::string> strings;
-  for (const QJsonValue& element : value.toArray()) {
+  const QJsonArray array = value.toArray();
+  for (const QJsonValueConstRef element : array) {
     if (!element.isString()) return std::nullopt;
     strings.push_back(element.toString().toStdString());
   }

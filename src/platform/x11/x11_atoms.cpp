@@ -41,6 +41,7 @@ X11Atoms X11Atoms::intern(xcb_connection_t* xcb, int screen) {
     wanted.emplace_back(&atoms.textTypes[i], kTextTypes[i]);
   }
   std::vector<xcb_intern_atom_cookie_t> cookies;
+  cookies.reserve(wanted.size());
   for (const auto& [atom, name] : wanted) {
     cookies.push_back(
         xcb_intern_atom(xcb, 0, static_cast<std::uint16_t>(name.size()), name.data()));
@@ -65,6 +66,7 @@ std::string_view X11Atoms::textTypeName(xcb_atom_t atom) const {
 
 std::vector<xcb_atom_t> X11Atoms::offeredTextTypes() const {
   std::vector<xcb_atom_t> offered;
+  offered.reserve(kOfferedTextTypes.size());
   for (const std::string_view name : kOfferedTextTypes) offered.push_back(textType(name));
   return offered;
 }
