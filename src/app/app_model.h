@@ -60,14 +60,13 @@ struct Services {
   UserNotifications& notifications;
 };
 
-/// The one central object: owns every long-lived component, holds the settings, publishes the
-/// state that the views observe, and joins the components. Lives until the process ends.
-/// Main thread.
+/// The central object: owns every long-lived component of the logic and connects them, holds the
+/// settings, and publishes the state that the views observe. Main thread.
 class AppModel {
  public:
   /// Starts everything: loads the history, reads the settings, begins to watch the pasteboard,
-  /// takes the hotkey, and syncs, now and every half minute. Once that has returned to the run
-  /// loop, whoever has not seen the onboarding is shown it.
+  /// asks for the hotkey, and syncs, now and every half minute. From the run loop it then shows the
+  /// onboarding, unless the person has completed it before.
   explicit AppModel(const Services& services);
 
   ClipStore& store() { return store_; }
@@ -93,7 +92,8 @@ class AppModel {
   void setQuickPasteEnabled(bool enabled);
   void setExcludePasswords(bool enabled);
 
-  /// Takes a newly copied text into the history, unless it is to be kept out.
+  /// Adds a newly copied text to the history, unless it looks like a password and those are kept
+  /// out.
   void handleCapturedText(const CanonicalText& text);
 
   /// Brings `text` into the remembered application, or into what is in front, and to the top of the
@@ -108,17 +108,18 @@ class AppModel {
   /// Nothing is pasted.
   void copyTemplate(const Template& chosen);
 
-  /// Remembers what is in front, for the next paste, and opens the palette.
+  /// Remembers the application in front as the target of the next paste, and opens the palette.
   void showQuickPaste();
 
-  /// What a menu window shows of this model, and does with it. `checkForUpdates`: none where there
-  /// is no such command.
+  /// The content of a menu window over this model. `checkForUpdates` is run by the command of that
+  /// name; without it, the command is not shown.
   std::unique_ptr<MenuContentModel> makeMenuContent(std::function<void()> checkForUpdates);
 
   /// Starts a sync run, unless there is one.
   void syncNow() { sync_.syncNow(launchMs_); }
 
-  /// Stops what runs, makes a last attempt at anything unsaved, and ends the process.
+  /// Stops the timers, gives the hotkey back, makes a last attempt to save what is unsaved, and
+  /// ends the process.
   void quit();
 
  private:

@@ -15,10 +15,10 @@ std::optional<Start> parseCommandLine(const std::vector<std::string>& arguments)
 
 std::string usage() {
   return "Usage: brimlo [OPTION]\n"
-         "Keeps every text you copy. Started again, opens the window of the one that runs.\n"
+         "Keeps every text you copy. When it runs already, opens its window.\n"
          "\n"
          "  --quick-paste  open the palette\n"
-         "  --background   only start; open nothing of one that runs\n"
+         "  --background   start without opening anything, as at login\n"
          "  --version      print the version\n"
          "  --help         print this\n";
 }

@@ -9,7 +9,7 @@ namespace brimlo {
 /// What the program was started for.
 enum class Start {
   kOpen,        ///< to run; where it runs already, to open its window
-  kQuickPaste,  ///< likewise, with the palette
+  kQuickPaste,  ///< to run and open the palette; where it runs already, to open its palette
   kBackground,  ///< to run, and nothing else: so it is started at login
   kVersion,
   kHelp,

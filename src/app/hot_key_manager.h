@@ -13,7 +13,8 @@ namespace brimlo {
 /// The program's one hotkey, ⇧⌘V. Main thread.
 class HotKeyManager {
  public:
-  /// Unregistered. The services outlive it; destroying it ends the registration.
+  /// The hotkey is not registered yet. The services outlive the manager, whose end gives the hotkey
+  /// back.
   HotKeyManager(HotKeys& hotKeys, MainQueue& queue, SystemLog& log);
 
   /// Called from the main queue for each press; replaces the callback set before.

@@ -19,7 +19,7 @@ using namespace brimlo;
 
 namespace {
 
-/// How long a second start waits for the one that runs.
+/// How long a second start waits for the running program to answer.
 constexpr std::chrono::seconds kAnswer{3};
 
 /// What the desktop gave this start to show that the person asked for it; empty without.
@@ -32,7 +32,7 @@ std::string activationToken() {
 }
 
 /// Has the program that runs in `dataFolder` do what this start is for. Returns the exit status.
-int handOver(Start start, const std::string& dataFolder, SystemLog& log) {
+int askRunningProgram(Start start, const std::string& dataFolder, SystemLog& log) {
   const std::string running = "already running for " + dataFolder;
   if (start == Start::kBackground) {
     log.write(running);
@@ -67,7 +67,8 @@ int main(int argc, char** argv) {
   PosixFileSystem files;
   const std::string dataFolder = prepareDataFolder(files, log);
   const FolderLock lock(dataFolder);
-  if (lock.state() == FolderLock::State::kHeldByAnother) return handOver(*start, dataFolder, log);
+  if (lock.state() == FolderLock::State::kHeldByAnother)
+    return askRunningProgram(*start, dataFolder, log);
 
   const std::string token = activationToken();
   DbusNotifications notifications;

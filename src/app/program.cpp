@@ -13,8 +13,8 @@
 #include "onboarding/onboarding_view.h"
 #include "palette/quick_paste_view.h"
 #include "platform/posix/posix_file_system.h"
-#include "platform/posix/user_locale.h"
 #include "platform/posix/release_memory.h"
+#include "platform/posix/user_locale.h"
 #include "platform/posix/xdg_folders.h"
 #include "platform/qt/qt_bundle.h"
 #include "sync/local_templates.h"
@@ -28,9 +28,9 @@ namespace {
 constexpr std::chrono::seconds kLastRun{1};
 /// How long the desktop's clipboard manager may be silent when it is to take over the clipboard.
 constexpr std::chrono::seconds kHandOver{2};
-/// When, after the start, the palette is made, while nobody waits for it.
+/// When the palette is made: after the start, before anybody is likely to ask for it.
 constexpr std::chrono::milliseconds kUntilPalette{500};
-/// When the start is over, and the memory that it took can be given back.
+/// When the memory that only the start needed is given back.
 constexpr std::chrono::seconds kUntilStarted{2};
 
 std::string prepareSettingsFolder(FileSystem& files, SystemLog& log) {

@@ -11,11 +11,12 @@
 
 namespace brimlo {
 
-/// The program's icon, drawn by itself: it stands out on light and on dark panels.
+/// The program's icon, built in, for where no icon theme has it. It stands out on light and on dark
+/// panels.
 QIcon programIcon();
 
-/// The program's icon in the tray, in whichever way the desktop has one: as a StatusNotifierItem,
-/// or, as long as nobody shows those, embedded. Main thread.
+/// The program's icon in the tray: a StatusNotifierItem, or, as long as the desktop shows none of
+/// those, an embedded window. Main thread.
 class TrayItem {
  public:
   TrayItem(const Screens& screens, SystemLog& log);
@@ -24,10 +25,10 @@ class TrayItem {
     std::optional<Rect> item;  ///< where the icon is, or a point within it; none where unknown
     std::string activationToken = {};  ///< what the desktop gave for the click; may be empty
   };
-  /// Puts it there. `onActivate` is told of each click.
+  /// Shows the icon. `onActivate` is called for each click on it.
   void show(std::function<void(const Click&)> onActivate);
 
-  /// Where it is, as far as the tray says.
+  /// Where the icon is, if the tray tells.
   std::optional<Rect> frame() const { return embedded_.frame(); }
 
  private:

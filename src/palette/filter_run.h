@@ -55,8 +55,9 @@ class FilterRun {
   CaseInsensitiveSearch search_;
   QuickPasteItems::Picks clipCandidates_;
   QuickPasteItems::Picks templateCandidates_;
-  std::size_t clipCount_;      // how many candidates there are
-  std::size_t templateCount_;  // likewise
+  // How many candidates there are.
+  std::size_t clipCount_;
+  std::size_t templateCount_;
   std::vector<std::uint32_t> foundClips_;
   std::vector<std::uint32_t> foundTemplates_;
   std::size_t next_ = 0;      // index of the current candidate; the clips come first

@@ -63,7 +63,7 @@ class CloudDatabase {
     kAvailable,
     kCouldNotDetermine,
     kRestricted,              ///< there is an account, but it may not be used for this
-    kNoAccount,               ///< none is set up, or the server knows none such
+    kNoAccount,               ///< none is set up, or the server does not know it
     kTemporarilyUnavailable,  ///< it cannot be reached just now
   };
   /// The state of the account, or why the request for it failed. What `records` gives afterwards
@@ -89,8 +89,8 @@ class CloudDatabase {
   virtual std::variant<Page, CloudError> recordsContinuing(const Cursor& cursor) = 0;
 
   /// Saves and deletes each record by itself. A saved record takes the place of one that has its
-  /// type and name, whatever became of that in the meantime; deleting one that is not there is no
-  /// failure. An error means that the request failed, and may have been carried out in part.
+  /// type and name, whatever became of that in the meantime; deleting a record that does not exist
+  /// is no failure. An error means that the request failed, and may have been carried out in part.
   virtual std::optional<CloudError> modifyRecords(const std::vector<RecordPtr>& saving,
                                                   const std::vector<RecordID>& deleting) = 0;
 };

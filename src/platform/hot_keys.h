@@ -11,7 +11,7 @@ namespace brimlo {
 /// Tells hotkeys apart.
 struct EventHotKeyID {
   std::uint32_t signature = 0;  ///< whose it is: four ASCII characters, the first one highest
-  std::uint32_t id = 0;         ///< which of theirs
+  std::uint32_t id = 0;         ///< which of the owner's hotkeys
 
   bool operator==(const EventHotKeyID&) const = default;
 };
@@ -35,7 +35,7 @@ class HotKeys {
 
   using Handler = std::function<void(const EventHotKeyID&)>;
   /// Has `handler` called for every press of every registered hotkey, until the token ends. A key
-  /// held down is one press. The press reaches nobody else.
+  /// held down is one press. Nobody else receives the press.
   [[nodiscard]] virtual std::unique_ptr<EventHandler> installEventHandler(Handler handler) = 0;
 
   /// What came of a registration: 0, or the session's own number for what is wrong.

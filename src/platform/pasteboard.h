@@ -13,7 +13,7 @@ namespace brimlo {
 inline constexpr std::size_t kLargestText = std::size_t{256} * 1024 * 1024;
 
 /// How long another client may be silent while it hands over a text or takes one. Long enough for
-/// one that is being swapped in or computes its answer.
+/// a client that is swapped out or still computes the text.
 inline constexpr std::chrono::seconds kTransferPatience{30};
 
 /// The desktop's general pasteboard, as one object whatever its clients do.

@@ -22,7 +22,7 @@ class Screens {
   /// All of them; the primary one has its origin at (0, 0). Empty while none is connected.
   virtual std::vector<Screen> screens() const = 0;
 
-  /// The one that a window appears on when nothing else decides.
+  /// The screen that a window appears on when nothing else decides.
   virtual std::optional<Screen> mainScreen() const = 0;
 
   /// The top left corner of the pixel that the pointer is on; none where the session tells that

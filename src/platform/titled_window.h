@@ -21,7 +21,8 @@ class TitledWindow {
   /// Puts the bottom left corner of its content at `origin`, where the session lets programs place
   /// their windows.
   virtual void setFrameOrigin(Point origin) = 0;
-  /// Puts it in the middle of the screen that the person is working on, likewise.
+  /// Puts it in the middle of the screen that the person is working on, where the session lets
+  /// programs place their windows.
   virtual void center() = 0;
 
   enum class Level { kNormal, kFloating };

@@ -32,8 +32,8 @@ class UpdateFeed {
  public:
   virtual ~UpdateFeed() = default;
 
-  /// Reads the feed at `address` and tells `then`, later and once, within half a minute. Another
-  /// reading replaces one that is under way, whose `then` is not told.
+  /// Reads the feed at `address` and tells `then`, later and once, within half a minute. A
+  /// second call ends a reading under way, and the first `then` is not called.
   virtual void read(const std::string& address, std::function<void(FeedAnswer)> then) = 0;
 };
 

@@ -42,7 +42,7 @@ class UpdaterModel {
     UrlOpener& urls;
     WindowFactory makeWindow;
     UpdateSettings settings;
-    std::string version;  ///< the one that runs
+    std::string version;  ///< of the running program
   };
 
   /// Starts the automatic checks. The first one is an hour away.
