@@ -37,7 +37,7 @@ void benchView(const ClipList& clips) {
   test::FakeLog log;
   test::FakeSurroundings surroundings;
   test::FakeEventMonitors events;
-  test::PanelRecord panel;
+  test::WindowRecord panel;
   QuickPasteController controller({.clock = loop,
                                    .environment = surroundings,
                                    .events = events,
@@ -46,11 +46,11 @@ void benchView(const ClipList& clips) {
                                    .screens = surroundings,
                                    .locale = "en_US",
                                    .makePanel = [&](QuickPasteViewState&) {
-                                     return std::make_unique<test::FakePanel>(panel);
+                                     return std::make_unique<test::FakeWindow>(panel);
                                    }});
   controller.setClipsProvider([&] { return clips; });
   const test::FakeStrings strings;
-  const test::FakePasteboard pasteboard;
+  const test::FakePasteboard pasteboard(loop);
   QuickPasteView view(controller.state(), strings, pasteboard);
   view.resize(view.sizeHint());
   view.setAttribute(Qt::WA_DontShowOnScreen);

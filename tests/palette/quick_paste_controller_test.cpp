@@ -8,16 +8,8 @@
 namespace brimlo {
 namespace {
 
+using namespace key_code;
 using Texts = std::vector<std::string>;
-
-ClipList clipsOf(const Texts& texts) {
-  std::vector<ClipPtr> clips;
-  for (const std::string& text : texts) {
-    clips.push_back(std::make_shared<Clip>(
-        Clip{std::to_string(clips.size()), text, 1e12, "abc source", Texts{"abc tag"}}));
-  }
-  return ClipList(std::move(clips));
-}
 
 Texts numbered(int count) {
   Texts texts;
@@ -28,16 +20,10 @@ Texts numbered(int count) {
 class QuickPasteControllerTest : public testing::Test {
  protected:
   QuickPasteControllerTest() {
-    controller.setClipsProvider([this] { return clipsOf(clips); });
+    controller.setClipsProvider([this] { return provided(); });
     controller.setTemplatesProvider([this] { return templates; });
-    controller.setOnConfirm([this](const Clip& clip) {
-      EXPECT_FALSE(panel.visible);
-      confirmed.push_back(clip.text);
-    });
-    controller.setOnConfirmTemplate([this](const Template& each) {
-      EXPECT_FALSE(panel.visible);
-      confirmed.push_back("template " + each.body);
-    });
+    controller.setOnConfirm([this](const Clip& clip) { confirm(clip.text); });
+    controller.setOnConfirmTemplate([this](const Template& each) { confirm(each.body); });
   }
 
   QuickPasteController::Services services(const Clock& clock) {
@@ -48,9 +34,21 @@ class QuickPasteControllerTest : public testing::Test {
             .queue = loop,
             .screens = surroundings,
             .locale = "en_US",
-            .makePanel = [this](QuickPasteViewState&) {
-              return std::make_unique<test::FakePanel>(panel);
-            }};
+            .makePanel = [this](auto&) { return std::make_unique<test::FakeWindow>(panel); }};
+  }
+
+  ClipList provided() {
+    std::vector<ClipPtr> list;
+    for (const std::string& text : clips) {
+      const std::string id = std::to_string(list.size());
+      list.push_back(std::make_shared<Clip>(Clip{id, text, 1e12, "abc source", Texts{"abc tag"}}));
+    }
+    return ClipList(std::move(list));
+  }
+
+  void confirm(const std::string& text) {
+    EXPECT_FALSE(panel.visible);
+    confirmed.push_back(text);
   }
 
   void present(const Texts& texts) {
@@ -69,9 +67,6 @@ class QuickPasteControllerTest : public testing::Test {
 
   bool press(std::uint16_t keyCode) { return events.press({keyCode, 0, ""}); }
 
-  static constexpr std::uint16_t kReturn = 36, kTab = 48, kEscape = 53, kEnter = 76, kPageUp = 116,
-                                 kPageDown = 121, kLeft = 123, kRight = 124, kDown = 125, kUp = 126;
-
   Texts clips;
   std::vector<Template> templates;
   Texts confirmed;
@@ -79,26 +74,24 @@ class QuickPasteControllerTest : public testing::Test {
   test::FakeLog log;
   test::FakeSurroundings surroundings;
   test::FakeEventMonitors events;
-  test::PanelRecord panel;
+  test::WindowRecord panel;
   QuickPasteController controller{services(loop)};
   QuickPasteViewState& state = controller.state();
 };
 
 TEST_F(QuickPasteControllerTest, AFilterKeepsOrderCountsBothSectionsAndSearchesTextsOnly) {
   templates = {{"0", "Abc", "", 0}, {"1", "title", "x aBc", 0}, {"2", "title", "body", 0}};
-  present({"xABCx", "nothing", "abc"});
+  const Texts all{"xABCx", "nothing", "abc"};
+  present(all);
   const struct {
     const char* query;
     Texts clips;
     std::int64_t templates;
   } cases[] = {
-      {" \t\u00a0", {"xABCx", "nothing", "abc"}, 3},
-      {" abc\t", {"xABCx", "abc"}, 2},
-      {"abcx", {"xABCx"}, 0},
-      {"abc", {"xABCx", "abc"}, 2},
-      {"\nabc", {}, 0},
-      {"source", {}, 0},
-      {"", {"xABCx", "nothing", "abc"}, 3},
+      {" \t\u00a0", all, 3},  {" abc\t", {"xABCx", "abc"}, 2},
+      {"abcx", {"xABCx"}, 0}, {"abc", {"xABCx", "abc"}, 2},
+      {"\nabc", {}, 0},       {"source", {}, 0},
+      {"tag", {}, 0},         {"", all, 3},
   };
   for (const auto& [query, texts, count] : cases) {
     state.query.set(query);
@@ -115,31 +108,29 @@ TEST_F(QuickPasteControllerTest, AFilterKeepsOrderCountsBothSectionsAndSearchesT
 }
 
 TEST_F(QuickPasteControllerTest, AStricterFilterFindsWhatAFreshOneDoes) {
-  present({"e", "e\u0301", "ex", "e\u0301x", "İx", "ix", "ssx", "ßx", "tést"});
-  for (const Texts& typed : std::vector<Texts>{{"e", "e\u0301", "e\u0301x"},
-                                               {"i", "i\u0307"},
-                                               {"s", "ss", "ssx"},
-                                               {"t", "te", "te\u0301", "te\u0301st"},
-                                               {"x", "x "}}) {
+  present({"e", "e\u0301", "ex", "e\u0301x", "İx", "ix", "tést"});
+  const Texts queries[] = {
+      {"e", "e\u0301", "e\u0301x"}, {"i", "i\u0307"}, {"t", "te", "te\u0301", "te\u0301st"}};
+  for (const Texts& typed : queries) {
     for (const std::string& query : typed) state.query.set(query);
     const Texts narrowed = shown();
+    EXPECT_FALSE(narrowed.empty()) << typed.back();
     state.query.set("");
     state.query.set(typed.back());
     EXPECT_EQ(narrowed, shown()) << typed.back();
-    EXPECT_FALSE(narrowed.empty()) << typed.back();
   }
 }
 
 TEST_F(QuickPasteControllerTest, TheSelectionMovesByRowsAndPagesAndStopsAtTheEnds) {
   present({});
   std::int64_t tick = state.keyboardNavTick.value();
-  EXPECT_TRUE(press(kDown));
+  EXPECT_TRUE(press(kDownArrow));
   EXPECT_EQ(state.keyboardNavTick.value(), tick) << "without rows";
   present(numbered(20));
   tick = state.keyboardNavTick.value();
   const std::pair<std::uint16_t, std::int64_t> keys[] = {
-      {kDown, 1},      {kUp, 0},    {kUp, 0},    {kPageDown, 8}, {kRight, 16},
-      {kPageDown, 19}, {kDown, 19}, {kLeft, 11}, {kPageUp, 3},   {kLeft, 0}};
+      {kDownArrow, 1}, {kUpArrow, 0},    {kUpArrow, 0},    {kPageDown, 8}, {kRightArrow, 16},
+      {kPageDown, 19}, {kDownArrow, 19}, {kLeftArrow, 11}, {kPageUp, 3},   {kLeftArrow, 0}};
   for (const auto& [key, row] : keys) {
     panel.composing = key == kPageUp || key == kPageDown;  // no input method uses these two
     EXPECT_TRUE(press(key));
@@ -156,7 +147,7 @@ TEST_F(QuickPasteControllerTest, TheSelectionMovesByRowsAndPagesAndStopsAtTheEnd
 }
 
 TEST_F(QuickPasteControllerTest, KeysActOnTheListOrTypeIntoTheFilter) {
-  constexpr auto kOther = key_code::kOther;
+  using namespace modifier_flag;
   const struct {
     const char* query;
     KeyDownEvent event;
@@ -164,20 +155,19 @@ TEST_F(QuickPasteControllerTest, KeysActOnTheListOrTypeIntoTheFilter) {
     Texts confirmed;
   } cases[] = {
       {"", {kReturn, 0, "\r"}, true, {"clip 0"}},
-      {"2", {kEnter, modifier_flag::kShift, "\r"}, true, {"clip 2"}},
+      {"2", {kKeypadEnter, kShift, "\r"}, true, {"clip 2"}},
       {"none", {kReturn, 0, "\r"}, true, {}},
-      {"", {kOther, modifier_flag::kOption, "3"}, true, {"clip 2"}},
+      {"", {kOther, kOption, "3"}, true, {"clip 2"}},
       {"", {kOther, 0, "三"}, true, {"clip 2"}},
-      {"", {kOther, 0, "5"}, false, {}},
+      {"", {kOther, 0, "4"}, false, {}},
       {"", {kOther, 0, "0"}, false, {}},
       {"", {kOther, 0, "a"}, false, {}},
-      {"", {kOther, modifier_flag::kCommand, "1"}, false, {}},
-      {"", {kOther, modifier_flag::kControl, "1"}, false, {}},
+      {"", {kOther, kCommand, "1"}, false, {}},
+      {"", {kOther, kControl, "1"}, false, {}},
       {"c", {kOther, 0, "1"}, false, {}},
-      {" ", {kLeft, 0, ""}, false, {}},
-      {"", {kLeft, 0, ""}, true, {}},
-      {"c", {kUp, 0, ""}, true, {}},
-      {"c", {kDown, 0, ""}, true, {}},
+      {" ", {kLeftArrow, 0, ""}, false, {}},
+      {"", {kLeftArrow, 0, ""}, true, {}},
+      {"c", {kUpArrow, 0, ""}, true, {}},
       {"c", {kTab, 0, "\t"}, true, {}},
   };
   for (const auto& [query, event, consumed, expected] : cases) {
@@ -194,7 +184,9 @@ TEST_F(QuickPasteControllerTest, KeysActOnTheListOrTypeIntoTheFilter) {
   }
 }
 
-TEST_F(QuickPasteControllerTest, ItOpensFreshlyFilledAndSaysSo) {
+TEST_F(QuickPasteControllerTest, ItIsMadeOnceOpensFreshlyFilledAndSaysSo) {
+  for (int i = 0; i < 2; ++i) controller.prepare();
+  EXPECT_TRUE(panel.made == 1 && panel.prepared == 1 && !panel.visible);
   templates = {{"0", "greeting", "Dear", 0}, {"1", "date", "{date}", 0}};
   present(numbered(3));
   EXPECT_EQ(log.lines.back(),
@@ -203,17 +195,19 @@ TEST_F(QuickPasteControllerTest, ItOpensFreshlyFilledAndSaysSo) {
   state.query.set("clip 2");
   press(kTab);
   surroundings.variables = {{"BRIMLO_QP_SECTION", "Templates"}, {"BRIMLO_QP_QUERY", ""}};
+  panel.tellsFrame = false;
   present(numbered(4));
+  EXPECT_EQ(log.lines.back(), "quick-paste palette presented (4 items) frame=? visible=true");
   EXPECT_EQ(state.query.value(), "");
   EXPECT_EQ(shown(), numbered(4));
   EXPECT_EQ(state.focusRequest.value(), focus + 1);
-  EXPECT_EQ(panel.made, 1);
   surroundings.variables = {{"BRIMLO_QP_SECTION", "templates"}, {"BRIMLO_QP_QUERY", " dat"}};
   controller.present();
   EXPECT_EQ(shown(), Texts{"date"});
   EXPECT_EQ(state.query.value(), " dat");
   press(kReturn);
-  EXPECT_EQ(confirmed, Texts{"template {date}"});
+  EXPECT_EQ(confirmed, Texts{"{date}"});
+  EXPECT_EQ(panel.made, 1);
   panel.fitting = {500, 99};
   QuickPasteController bare(services(loop));
   bare.present();
@@ -226,28 +220,29 @@ TEST_F(QuickPasteControllerTest, ItHangsBelowThePointerWithinTheScreen) {
   const Screen tiny{{{0, 0}, {400, 300}}, {{0, 0}, {400, 300}}};
   const struct {
     std::vector<Screen> screens;
-    Point pointer;
+    std::optional<Point> pointer;
     bool centred;
     Point origin;
   } cases[] = {
-      {{left, right}, {640, 700}, false, {390, 243}},
-      {{right, left}, {0, 1}, false, {8, 48}},
-      {{left, right}, {1279, 799}, false, {772, 271}},
-      {{left, right}, {1300, 690}, false, {1288, 195}},
-      {{right, left}, {5000, 5000}, false, {772, 271}},  // on no screen: the main one
-      {{tiny}, {200, 200}, false, {-108, -205}},
-      {{right, left}, {1300, 690}, true, {390, 159.5}},
-      {{right}, {1300, 690}, true, {390, 159.5}},
-      {{}, {1300, 690}, true, {7, 7}},
+      {{left, right}, Point{640, 700}, false, {390, 243}},
+      {{right, left}, Point{0, 1}, false, {8, 48}},
+      {{left, right}, Point{1279, 799}, false, {772, 271}},
+      {{left, right}, Point{1300, 690}, false, {1288, 195}},
+      {{right, left}, Point{5000, 5000}, false, {772, 271}},  // on no screen: the main one
+      {{right, left}, std::nullopt, false, {390, 159.5}},     // unknown: in the middle of that
+      {{tiny}, Point{200, 200}, false, {-108, -205}},
+      {{right, left}, Point{1300, 690}, true, {390, 159.5}},
+      {{right}, Point{1300, 690}, true, {390, 159.5}},
+      {{}, Point{1300, 690}, true, {7, 7}},
   };
-  for (const auto& [screens, pointer, centred, origin] : cases) {
-    surroundings.all = screens;
-    surroundings.main = screens.empty() ? std::nullopt : std::optional(left);
-    surroundings.pointer = pointer;
+  for (const auto& each : cases) {
+    surroundings.all = each.screens;
+    surroundings.main = each.screens.empty() ? std::nullopt : std::optional(left);
+    surroundings.pointer = each.pointer;
     panel.frame.origin = {7, 7};
-    controller.setDebugCenterOnPrimary(centred);
+    controller.setDebugCenterOnPrimary(each.centred);
     present({});
-    EXPECT_EQ(panel.frame.origin, origin) << pointer.x << " " << centred;
+    EXPECT_EQ(panel.frame.origin, each.origin) << "case " << &each - cases;
   }
 }
 
@@ -276,7 +271,7 @@ TEST_F(QuickPasteControllerTest, ItClosesWhenThePersonTurnsAway) {
     SCOPED_TRACE(way);
     for (int i = 0; i < 2; ++i) controller.present();
     EXPECT_EQ(events.keys.callbacks.size(), 1u);
-    events.click(test::FakePanel::kWindow);
+    events.click(test::FakeWindow::kId);
     loop.drain();
     panel.composing = true;
     EXPECT_FALSE(press(kEscape)) << "it ends the composing";
@@ -304,12 +299,10 @@ class HastyClock : public Clock {
 TEST_F(QuickPasteControllerTest, AFilterUnderWayIsReplacedOrFinishedNeverQueued) {
   const HastyClock clock;
   QuickPasteController slow(services(clock));
-  Texts texts;
-  for (const char* end : {"one", "two", "three"}) {
-    texts.push_back(std::string(std::size_t{4} << 20, '-') + end);
-  }
-  slow.setClipsProvider([&] { return clipsOf(texts); });
-  slow.setOnConfirm([this](const Clip& clip) { confirmed.push_back(clip.text.substr(4u << 20)); });
+  const std::string dashes(std::size_t{4} << 20, '-');
+  clips = {dashes + "one", dashes + "two", dashes + "three"};
+  slow.setClipsProvider([&] { return provided(); });
+  slow.setOnConfirm([&](const Clip& clip) { confirm(clip.text.substr(dashes.size())); });
   slow.present();
   const auto rows = [&] { return slow.state().items.value().size(); };
   for (const char* typed : {"t", "tw", "two"}) {
@@ -323,7 +316,7 @@ TEST_F(QuickPasteControllerTest, AFilterUnderWayIsReplacedOrFinishedNeverQueued)
   EXPECT_EQ(confirmed, Texts{"three"});
   slow.present();
   slow.state().query.set("e");
-  press(kDown);
+  press(kDownArrow);
   EXPECT_EQ(rows(), 2u);
   EXPECT_EQ(slow.state().selectedIndex.value(), 1);
   slow.state().query.set("two");

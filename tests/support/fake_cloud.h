@@ -12,6 +12,7 @@
 #include "platform/background_queue.h"
 #include "platform/cloud_database.h"
 #include "platform/entitlements.h"
+#include "support/journal.h"
 
 namespace brimlo::test {
 
@@ -82,9 +83,12 @@ class FakeCloud : public CloudDatabase {
 };
 
 /// Blocks that run when told.
-class FakeBackground : public BackgroundQueue {
+class FakeBackground : public BackgroundQueue, public Journaling {
  public:
-  void async(std::function<void()> block) override { blocks_.push_back(std::move(block)); }
+  void async(std::function<void()> block) override {
+    note("background");
+    blocks_.push_back(std::move(block));
+  }
 
   /// Runs what is queued now.
   void run() {

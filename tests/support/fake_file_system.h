@@ -6,17 +6,19 @@
 #include <utility>
 
 #include "platform/file_system.h"
+#include "support/journal.h"
 
 namespace brimlo::test {
 
 /// Files in memory, in one flat folder, on a disk that fails when told.
-class FakeFileSystem : public FileSystem {
+class FakeFileSystem : public FileSystem, public Journaling {
  public:
   std::optional<std::string> applicationSupportFolder() const override { return "/support"; }
   std::string temporaryFolder() const override { return "/temporary"; }
   std::error_code createPrivateFolder(const std::string&) override { return {}; }
 
   ReadResult read(const std::string& path) const override {
+    note("read " + path.substr(path.rfind('/') + 1));
     const auto failed = [](std::errc error) {
       return ReadResult{std::nullopt, std::make_error_code(error)};
     };

@@ -15,6 +15,7 @@
 #include "platform/keyable_panel.h"
 #include "platform/screens.h"
 #include "platform/titled_window.h"
+#include "support/fakes.h"
 
 namespace brimlo::test {
 
@@ -38,31 +39,6 @@ class FakeSurroundings : public Environment, public Screens {
   std::optional<Screen> main = all[0];
   std::optional<Point> pointer = Point{640, 400};
   Published<int> changes{0};
-};
-
-/// Callbacks under tokens: each is there until its token ends.
-template <typename Token, typename Callback>
-class Registry {
- public:
-  std::unique_ptr<Token> add(Callback callback) {
-    const int key = ++last_;
-    callbacks[key] = std::move(callback);
-    return std::make_unique<Entry>(*this, key);
-  }
-
-  std::map<int, Callback> callbacks;
-
- private:
-  class Entry : public Token {
-   public:
-    Entry(Registry& registry, int key) : registry_(registry), key_(key) {}
-    ~Entry() override { registry_.callbacks.erase(key_); }
-
-   private:
-    Registry& registry_;
-    int key_;
-  };
-  int last_ = 0;
 };
 
 /// Keys and clicks come from the test.
@@ -98,7 +74,7 @@ class FakeEventMonitors : public EventMonitors {
   Registry<EventMonitor, std::function<void(WindowId)>> localClicks;
 };
 
-class FakeHotKeys : public HotKeys {
+class FakeHotKeys : public HotKeys, public Journaling {
  public:
   std::unique_ptr<EventHandler> installEventHandler(Handler handler) override {
     return handlers.add(std::move(handler));
@@ -106,7 +82,9 @@ class FakeHotKeys : public HotKeys {
   std::unique_ptr<EventHotKey> registerEventHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                    EventHotKeyID id,
                                                    std::function<void(Status)> answered) override {
-    auto request = registered.add({keyCode, modifiers, id, std::move(answered)});
+    note("hotkey");
+    auto request = registered.add({keyCode, modifiers, id, std::move(answered)},
+                                  [this] { note("end hotkey"); });
     if (status) answer(*status);
     return request;
   }
@@ -135,53 +113,18 @@ class FakeHotKeys : public HotKeys {
   std::optional<Status> status = 0;  // what a request is answered with at once
 };
 
-/// A panel on no screen, which the test asks and changes through what outlives it.
-struct PanelRecord {
+/// A window on no screen, which the test asks and changes through what outlives it.
+struct WindowRecord {
   Size fitting{500, 497};
-  Rect frame = {};
-  bool prepared = false;
+  Rect frame{{0, 0}, {480, 560}};
+  TitledWindow::Level level = TitledWindow::Level::kNormal;
+  bool tellsFrame = true;
   bool visible = false;
   bool composing = false;
   int made = 0;
+  int prepared = 0;
   std::function<void()> resign = {};
   std::function<void()> refit = {};
-};
-
-class FakePanel : public KeyablePanel {
- public:
-  explicit FakePanel(PanelRecord& record) : record_(record) { ++record_.made; }
-
-  void prepare() override { record_.prepared = true; }
-  Size fittingSize() const override { return record_.fitting; }
-  void setContentSize(Size size) override { record_.frame.size = size; }
-  void setOnFittingSizeChange(std::function<void()> onChange) override {
-    record_.refit = std::move(onChange);
-  }
-  Size contentSize() const override { return record_.frame.size; }
-  std::optional<Rect> frame() const override { return record_.frame; }
-  void setFrameOrigin(Point origin) override { record_.frame.origin = origin; }
-  void makeKeyAndOrderFront() override { record_.visible = true; }
-  void orderOut() override { record_.visible = false; }
-  bool isVisible() const override { return record_.visible; }
-  bool isComposing() const override { return record_.composing; }
-  WindowId windowId() const override { return kWindow; }
-  void setOnResignKey(std::function<void()> onResignKey) override {
-    record_.resign = std::move(onResignKey);
-  }
-
-  static constexpr WindowId kWindow{42};
-
- private:
-  PanelRecord& record_;
-};
-
-/// A window on no screen, which the test asks and closes through what outlives it.
-struct WindowRecord {
-  Rect frame{{0, 0}, {480, 560}};
-  TitledWindow::Level level = TitledWindow::Level::kNormal;
-  bool visible = false;
-  int made = 0;
-  int centered = 0;
   std::function<void()> willClose = {};
 
   /// The person closes it.
@@ -191,23 +134,37 @@ struct WindowRecord {
   }
 };
 
-class FakeWindow : public TitledWindow {
+/// A panel or a titled window.
+class FakeWindow : public KeyablePanel, public TitledWindow {
  public:
   explicit FakeWindow(WindowRecord& record) : record_(record) { ++record_.made; }
 
-  Size contentSize() const override { return record_.frame.size; }
-  std::optional<Rect> frame() const override { return record_.frame; }
-  void setFrameOrigin(Point origin) override { record_.frame.origin = origin; }
-  void center() override {
-    ++record_.centered;
-    record_.frame.origin = {5, 6};
+  void prepare() override { ++record_.prepared; }
+  Size fittingSize() const override { return record_.fitting; }
+  void setOnFittingSizeChange(std::function<void()> onChange) override {
+    record_.refit = std::move(onChange);
   }
+  void setContentSize(Size size) override { record_.frame.size = size; }
+  Size contentSize() const override { return record_.frame.size; }
+  std::optional<Rect> frame() const override {
+    return record_.tellsFrame ? std::optional(record_.frame) : std::nullopt;
+  }
+  void setFrameOrigin(Point origin) override { record_.frame.origin = origin; }
+  void center() override { record_.frame.origin = {5, 6}; }
   void setLevel(Level level) override { record_.level = level; }
   void makeKeyAndOrderFront() override { record_.visible = true; }
   void orderOut() override { record_.visible = false; }
+  bool isVisible() const override { return record_.visible; }
+  bool isComposing() const override { return record_.composing; }
+  WindowId windowId() const override { return kId; }
+  void setOnResignKey(std::function<void()> onResignKey) override {
+    record_.resign = std::move(onResignKey);
+  }
   void setOnWillClose(std::function<void()> onWillClose) override {
     record_.willClose = std::move(onWillClose);
   }
+
+  static constexpr WindowId kId{42};
 
  private:
   WindowRecord& record_;

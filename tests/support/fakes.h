@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/published.h"
 #include "platform/accessibility.h"
 #include "platform/application.h"
 #include "platform/clock.h"
@@ -22,13 +23,17 @@
 #include "platform/user_defaults.h"
 #include "platform/user_notifications.h"
 #include "platform/workspace.h"
+#include "support/journal.h"
 
 namespace brimlo::test {
 
 /// Keeps the lines, without the prefix.
-class FakeLog : public SystemLog {
+class FakeLog : public SystemLog, public Journaling {
  public:
-  void write(std::string_view message) override { lines.emplace_back(message); }
+  void write(std::string_view message) override {
+    note(std::string(message));
+    lines.emplace_back(message);
+  }
 
   bool has(std::string_view part) const {
     return std::any_of(lines.begin(), lines.end(), [part](const std::string& line) {
@@ -39,26 +44,65 @@ class FakeLog : public SystemLog {
   std::vector<std::string> lines;
 };
 
+/// Callbacks under tokens: each is there until its token ends.
+template <typename Token, typename Callback>
+class Registry {
+ public:
+  using End = std::function<void()>;
+
+  std::unique_ptr<Token> add(
+      Callback callback, End onEnd = [] {}) {
+    return add(++last_, std::move(callback), std::move(onEnd));
+  }
+  std::unique_ptr<Token> add(
+      int key, Callback callback, End onEnd = [] {}) {
+    struct Entry : Token {
+      Subscription registration;
+    };
+    auto entry = std::make_unique<Entry>();
+    entry->registration = Subscription([this, key, onEnd = std::move(onEnd)] {
+      callbacks.erase(key);
+      onEnd();
+    });
+    callbacks[key] = std::move(callback);
+    return entry;
+  }
+
+  std::map<int, Callback> callbacks;
+
+ private:
+  int last_ = 0;
+};
+
 /// Time, timers and the main queue. Time passes only in `advance`; queued blocks run only there and
 /// in `drain`.
-class FakeRunLoop : public Clock, public Timers, public MainQueue, public Application {
+class FakeRunLoop : public Clock,
+                    public Timers,
+                    public MainQueue,
+                    public Application,
+                    public Journaling {
  public:
   double nowMs() const override { return now; }
 
-  void async(std::function<void()> block) override { queue_.push_back(std::move(block)); }
+  void async(std::function<void()> block) override {
+    note("main queue");
+    queue_.push_back(std::move(block));
+  }
 
   void asyncAfter(std::chrono::milliseconds delay, std::function<void()> block) override {
-    delayed_.emplace_back(now + static_cast<double>(delay.count()), std::move(block));
+    delayed_.emplace(now + static_cast<double>(delay.count()), std::move(block));
   }
 
   std::unique_ptr<RepeatingTimer> scheduleRepeating(std::chrono::milliseconds interval,
                                                     std::function<void()> tick) override {
-    auto entry = std::make_shared<Entry>(Entry{interval, std::move(tick), now});
-    timers_.push_back(entry);
-    return std::make_unique<Token>(std::move(entry));
+    const std::string name = "timer " + std::to_string(interval.count());
+    note(name);
+    const auto every = static_cast<double>(interval.count());
+    return timers_.add({now + every, every, std::move(tick)},
+                       [this, name] { note("end " + name); });
   }
 
-  void terminate() override { terminated = true; }
+  void terminate() override { note("terminate"); }
 
   /// Runs what is queued, and what is queued meanwhile.
   void drain() {
@@ -71,56 +115,44 @@ class FakeRunLoop : public Clock, public Timers, public MainQueue, public Applic
 
   /// Lets time pass, with every tick that falls due.
   void advance(std::chrono::milliseconds by) {
-    for (const double end = now + static_cast<double>(by.count()); now < end; ++now) {
-      std::erase_if(timers_, [](const auto& timer) { return timer.expired(); });
-      for (const auto& timer : std::vector(timers_)) {
-        const auto entry = timer.lock();
-        const double due = entry ? entry->since + static_cast<double>(entry->interval.count()) : 0;
-        if (!entry || now + 1 < due) continue;
-        entry->since = due;
-        entry->tick();
+    for (const double end = now + static_cast<double>(by.count()); now < end;) {
+      ++now;
+      for (const auto& [key, timer] : std::map(timers_.callbacks)) {
+        if (now < timer.due || !timers_.callbacks.contains(key)) continue;
+        timers_.callbacks[key].due += timer.interval;
+        timer.tick();
       }
-      const auto late = std::stable_partition(delayed_.begin(), delayed_.end(),
-                                              [&](const auto& b) { return b.first > now + 1; });
-      std::vector due(std::make_move_iterator(late), std::make_move_iterator(delayed_.end()));
-      delayed_.erase(late, delayed_.end());
-      for (auto& [time, block] : due) queue_.push_back(std::move(block));
+      while (!delayed_.empty() && delayed_.begin()->first <= now) {
+        queue_.push_back(delayed_.extract(delayed_.begin()).mapped());
+      }
       drain();
     }
   }
 
-  std::size_t runningTimers() const {
-    return static_cast<std::size_t>(std::count_if(
-        timers_.begin(), timers_.end(), [](const auto& timer) { return !timer.expired(); }));
-  }
+  std::size_t runningTimers() const { return timers_.callbacks.size(); }
 
   double now = 1'700'000'000'000.25;
-  bool terminated = false;
 
  private:
-  struct Entry {
-    std::chrono::milliseconds interval;
+  struct Timer {
+    double due = 0;
+    double interval = 0;
     std::function<void()> tick;
-    double since;
   };
-  class Token : public RepeatingTimer {
-   public:
-    explicit Token(std::shared_ptr<Entry> entry) : entry_(std::move(entry)) {}
-
-   private:
-    std::shared_ptr<Entry> entry_;
-  };
-  std::vector<std::weak_ptr<Entry>> timers_;
+  Registry<RepeatingTimer, Timer> timers_;
   std::deque<std::function<void()>> queue_;
-  std::vector<std::pair<double, std::function<void()>>> delayed_;
+  std::multimap<double, std::function<void()>> delayed_;
 };
 
 /// A pasteboard on which the test acts for the other clients.
-class FakePasteboard : public Pasteboard {
+class FakePasteboard : public Pasteboard, public Journaling {
  public:
   explicit FakePasteboard(MainQueue& queue) : queue_(queue) {}
 
-  std::int64_t changeCount() const override { return count_; }
+  std::int64_t changeCount() const override {
+    note("change count");
+    return count_;
+  }
   std::optional<std::string> string() const override {
     ++stringReads;
     return text_;
@@ -161,9 +193,10 @@ class FakePasteboard : public Pasteboard {
   int waits_ = 0;
 };
 
-class FakeDefaults : public UserDefaults {
+class FakeDefaults : public UserDefaults, public Journaling {
  public:
   std::optional<bool> boolForKey(std::string_view key) const override {
+    note("default " + std::string(key));
     const auto found = values.find(std::string(key));
     return found == values.end() ? std::nullopt : std::optional(found->second);
   }
@@ -195,6 +228,7 @@ class FakeStrings : public LocalizedStrings {
 
 /// A desktop with applications, keys and notifications, which records what is asked of it.
 class FakeDesktop : public Accessibility,
+                    public Journaling,
                     public KeyEventPoster,
                     public SignalSources,
                     public UserNotifications,
@@ -221,14 +255,8 @@ class FakeDesktop : public Accessibility,
   }
 
   std::unique_ptr<SignalSource> make(int signal, std::function<void()> block) override {
-    struct Source : SignalSource {
-      Source(FakeDesktop& of, int number) : desktop(of), signal(number) {}
-      ~Source() override { desktop.signals.erase(signal); }
-      FakeDesktop& desktop;
-      int signal;
-    };
-    signals[signal] = std::move(block);
-    return std::make_unique<Source>(*this, signal);
+    note("signal");
+    return signals.add(signal, std::move(block));
   }
 
   bool trusted = true;
@@ -237,7 +265,7 @@ class FakeDesktop : public Accessibility,
   std::optional<RunningApplication> front;
   std::vector<std::string> asked;
   std::vector<KeyEvent> events;
-  std::map<int, std::function<void()>> signals;
+  Registry<SignalSource, std::function<void()>> signals;
 };
 
 }  // namespace brimlo::test
