@@ -7,7 +7,6 @@
 #include "support/fake_cloud.h"
 #include "support/fake_file_system.h"
 #include "support/fake_panel.h"
-#include "support/fake_session.h"
 #include "support/fakes.h"
 
 namespace brimlo {
@@ -16,13 +15,14 @@ namespace {
 using namespace std::chrono_literals;
 using Lines = std::vector<std::string>;
 
-class AppModelTest : public testing::Test {
+/// Its own session.
+class AppModelTest : public testing::Test, public Session {
  protected:
   AppModelTest() { defaults.values["macOnboardingDone"] = true; }
 
   std::unique_ptr<AppModel> make() {
     return std::make_unique<AppModel>(Services{
-        .session = session,
+        .session = *this,
         .application = loop,
         .background = background,
         .clock = loop,
@@ -57,11 +57,21 @@ class AppModelTest : public testing::Test {
   Lines recorded() { return std::exchange(journal, {}); }
 
   void copy(const std::string& text) {
-    pasteboard.change(text);
+    board.change(text);
     loop.advance(500ms);
   }
 
-  void signal(int number) { desktop.signals.callbacks.at(number)(); }
+  Accessibility& accessibility() override { return desktop; }
+  KeyEventPoster& keyEvents() override { return desktop; }
+  EventMonitors& eventMonitors() override { return events; }
+  HotKeys& hotKeys() override { return keys; }
+  Pasteboard& pasteboard() override { return board; }
+  Screens& screens() override { return surroundings; }
+  Workspace& workspace() override { return desktop; }
+  const Published<Appearance>& appearance() const override { return look; }
+  void useActivationToken(const std::string&) override {}
+  void setOnEnd(std::function<void(End)>) override {}
+  void handOver(std::chrono::milliseconds) override {}
 
   Lines journal;
   test::FakeRunLoop loop;
@@ -69,22 +79,22 @@ class AppModelTest : public testing::Test {
   test::FakeCloud cloud;
   test::FakeEntitlements entitlements;
   test::FakeFileSystem files;
-  test::FakePasteboard pasteboard{loop};
+  test::FakePasteboard board{loop};
   test::FakeLog log;
   test::FakeDefaults defaults;
   test::FakeDesktop desktop;
   test::FakeStrings strings;
   test::FakeSurroundings surroundings;
   test::FakeEventMonitors events;
-  test::FakeHotKeys hotKeys;
-  test::FakeSession session{{desktop, events, hotKeys, pasteboard, surroundings}};
+  test::FakeHotKeys keys;
+  Published<Appearance> look{Appearance::kLight};
   test::WindowRecord panel;
   test::WindowRecord window;
 };
 
 TEST_F(AppModelTest, FromAFirstStartToTheNextOneThePlatformIsAskedInItsExactOrder) {
   defaults.values.clear();
-  record({&background, &defaults, &desktop, &files, &hotKeys, &loop, &pasteboard});
+  record({&background, &defaults, &desktop, &files, &keys, &loop, &board});
   const auto model = make();
   EXPECT_EQ(recorded(),
             (Lines{"read clips.json", "read deletedClipIds.json", "read templates.json",
@@ -134,7 +144,7 @@ TEST_F(AppModelTest, SettingsArePublishedBeforeTheyAreWrittenAndSurviveARestart)
                                     "excludePasswords=true", "excludePasswords=true"}));
   model = make();
   EXPECT_EQ(settings(*model), std::tuple(false, false, true));
-  EXPECT_TRUE(hotKeys.registered.callbacks.empty());
+  EXPECT_TRUE(keys.registered.callbacks.empty());
 }
 
 TEST_F(AppModelTest, ACopyIsCapturedUnlessItIsAPasswordAndLoggedByItsLengthAlone) {
@@ -153,21 +163,10 @@ TEST_F(AppModelTest, ACopyIsCapturedUnlessItIsAPasswordAndLoggedByItsLengthAlone
   EXPECT_EQ(std::tuple(newest.source, newest.savedAt), std::tuple("manual", loop.now));
 }
 
-TEST_F(AppModelTest, Sigusr2PastesTheNewestClipUnderItsOwnSource) {
-  const auto model = make();
-  log.lines.clear();
-  signal(SIGUSR2);
-  EXPECT_TRUE(log.lines.empty()) << "without a clip";
-  model->store().add("from the phone", "action", loop.now);
-  signal(SIGUSR2);
-  EXPECT_EQ(log.lines[0], "SIGUSR2 -> exercise paste path, AXIsProcessTrusted=true");
-  EXPECT_EQ(log.lines[1], "paste (14 chars, src=action)");
-}
-
 TEST_F(AppModelTest, TheHotkeyOpensThePaletteForTheApplicationInFront) {
   const auto model = make();
-  ASSERT_EQ(hotKeys.registered.callbacks.size(), 1u);
-  const auto& key = hotKeys.registered.callbacks.begin()->second;
+  ASSERT_EQ(keys.registered.callbacks.size(), 1u);
+  const auto& key = keys.registered.callbacks.begin()->second;
   EXPECT_EQ(std::tuple(key.keyCode, key.modifiers), std::tuple(9u, 0x300u));
   EXPECT_EQ(key.id, (EventHotKeyID{0x42524C4F, 1}));
   model->store().add("from the phone", "action", 1e12);
@@ -175,22 +174,22 @@ TEST_F(AppModelTest, TheHotkeyOpensThePaletteForTheApplicationInFront) {
   desktop.front = RunningApplication{"Editor", WindowId{5}};
   for (const char* section : {"clips", "templates"}) {
     surroundings.variables["BRIMLO_QP_SECTION"] = section;
-    hotKeys.press({0x42524C4F, 2});
+    keys.press({0x42524C4F, 2});
     loop.drain();
     EXPECT_FALSE(panel.visible) << "another hotkey";
-    hotKeys.press({0, 1});
+    keys.press({0, 1});
     EXPECT_FALSE(panel.visible) << "not within the event";
     loop.drain();
     EXPECT_TRUE(panel.visible);
     model->quickPaste().confirmItem(0);
     loop.advance(600ms);
   }
-  EXPECT_EQ(pasteboard.string(), "[from the phone]");
+  EXPECT_EQ(board.string(), "[from the phone]");
   EXPECT_TRUE(log.has("paste (14 chars, src=action)") && log.has("paste (16 chars, src=manual)"));
   EXPECT_TRUE(log.has("hotkey pressed, target=Editor"));
   EXPECT_EQ(desktop.asked, (Lines{"activate Editor", "post", "activate Editor", "post"}));
   desktop.front.reset();
-  hotKeys.press({0, 1});
+  keys.press({0, 1});
   loop.drain();
   EXPECT_TRUE(log.has("hotkey pressed, target=?"));
 }
@@ -215,16 +214,16 @@ TEST_F(AppModelTest, TheHotkeyFollowsItsSettingHoweverLateTheAnswer) {
       {0, turn(false), {"end hotkey", unregistered, off}},
       {{}, turn(true), {"hotkey", on}},
       {{}, turn(true), {on}},
-      {{}, [&] { hotKeys.answer(10); }, {"end hotkey", refused}},
+      {{}, [&] { keys.answer(10); }, {"end hotkey", refused}},
       {{}, turn(true), {"hotkey", on}},
       {{}, turn(false), {"end hotkey", unregistered, off}},
       {{}, turn(true), {"hotkey", on}},
-      {{}, [&] { hotKeys.answer(0); }, {granted}},
+      {{}, [&] { keys.answer(0); }, {granted}},
       {{}, turn(true), {on}},
   };
-  record({&hotKeys, &log});
+  record({&keys, &log});
   for (const auto& each : steps) {
-    hotKeys.status = each.atOnce;
+    keys.status = each.atOnce;
     each.act();
     EXPECT_EQ(recorded(), each.expected) << "step " << &each - steps;
   }
@@ -233,7 +232,7 @@ TEST_F(AppModelTest, TheHotkeyFollowsItsSettingHoweverLateTheAnswer) {
 TEST_F(AppModelTest, ThePaletteOfTheSignalIsCentredAndStaysUpUntilTheNextHotkey) {
   const auto model = make();
   log.lines.clear();
-  signal(SIGUSR1);
+  desktop.signals.at(SIGUSR1)();
   EXPECT_EQ(log.lines, (Lines{"SIGUSR1 -> show palette (debug)",
                               "quick-paste palette presented (0 items) "
                               "frame={{390, 139.5}, {500, 497}} visible=true"}));
@@ -242,7 +241,7 @@ TEST_F(AppModelTest, ThePaletteOfTheSignalIsCentredAndStaysUpUntilTheNextHotkey)
   model->setQuickPasteEnabled(false);
   EXPECT_FALSE(panel.visible);
   model->setQuickPasteEnabled(true);
-  hotKeys.press({0, 1});
+  keys.press({0, 1});
   loop.drain();
   panel.resign();
   EXPECT_FALSE(panel.visible);
@@ -254,7 +253,7 @@ TEST_F(AppModelTest, ATemplateIsCopiedWithItsPlaceholdersFilledInAndNotPasted) {
   log.lines.clear();
   model->copyTemplate({"t", "title", "[{clipboard}]", 0});
   loop.advance(1s);
-  EXPECT_EQ(pasteboard.string(), "[on the clipboard]");
+  EXPECT_EQ(board.string(), "[on the clipboard]");
   const Clip& newest = *model->store().clips().value()[0];
   EXPECT_EQ(std::tuple(newest.text, newest.source), std::tuple("[on the clipboard]", "manual"));
   EXPECT_TRUE(desktop.events.empty());
@@ -263,19 +262,28 @@ TEST_F(AppModelTest, ATemplateIsCopiedWithItsPlaceholdersFilledInAndNotPasted) {
 
 TEST_F(AppModelTest, AClipFromAPhoneIsPutOnThePasteboardUnlessTheSettingSaysNo) {
   const auto model = make();
-  for (const char* id : {"1", "2"}) {
-    model->setAutoApply(id == std::string("1"));
-    cloud.put({{"Clip", id},
-               {{"text", "text " + std::string(id)},
-                {"source", "action"},
-                {"savedAt", Date{(loop.now + 1) / 1000}}}});
+  for (const std::string id : {"1", "2"}) {
+    model->setAutoApply(id == "1");
+    cloud.put(
+        {{"Clip", id},
+         {{"text", "text " + id}, {"source", "action"}, {"savedAt", Date{(loop.now + 1) / 1000}}}});
     background.run();
     loop.drain();
+    EXPECT_EQ(board.string(), "text 1");
     loop.advance(30s);
-    EXPECT_EQ(pasteboard.string(), "text 1");
   }
   EXPECT_EQ(model->store().clips().value().size(), 2u);
   EXPECT_FALSE(log.has("captured")) << "its own write";
+}
+
+TEST_F(AppModelTest, Sigusr2PastesTheNewestClipUnderItsOwnSource) {
+  const auto model = make();
+  desktop.signals.at(SIGUSR2)();
+  EXPECT_FALSE(log.has("SIGUSR2")) << "without a clip";
+  model->store().add("from the phone", "action", loop.now);
+  desktop.signals.at(SIGUSR2)();
+  EXPECT_TRUE(log.has("SIGUSR2 -> exercise paste path, AXIsProcessTrusted=true"));
+  EXPECT_TRUE(log.has("paste (14 chars, src=action)"));
 }
 
 }  // namespace

@@ -24,11 +24,8 @@ class MenuTest : public testing::Test {
   }
 
   MenuContentModel::Services services() {
-    const auto set = [this](const char* what, Published<bool>& setting) {
-      return [this, what, &setting](bool on) {
-        asked.push_back(std::string(what) + (on ? " on" : " off"));
-        setting.set(on);
-      };
+    const auto set = [](Published<bool>& setting) {
+      return [&setting](bool on) { setting.set(on); };
     };
     const auto ask = [this](const char* what) { return [this, what] { asked.push_back(what); }; };
     return {.accessibility = desktop,
@@ -44,9 +41,9 @@ class MenuTest : public testing::Test {
             .syncStatus = status,
             .copyClip = [this](const Clip& clip) { asked.push_back("copy " + clip.text); },
             .copyTemplate = [this](const Template& it) { asked.push_back("copy " + it.title); },
-            .setQuickPasteEnabled = set("palette", quickPaste),
-            .setExcludePasswords = set("passwords", passwords),
-            .setAutoApply = set("apply", autoApply),
+            .setQuickPasteEnabled = set(quickPaste),
+            .setExcludePasswords = set(passwords),
+            .setAutoApply = set(autoApply),
             .syncNow = ask("sync"),
             .showOnboarding = ask("onboarding"),
             .checkForUpdates = ask("updates"),

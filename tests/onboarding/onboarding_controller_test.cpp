@@ -45,7 +45,6 @@ TEST_F(OnboardingControllerTest, TheVariableChoosesTheStepAndHasTheWindowFloatOn
     const char* logged;
   } cases[] = {
       {{}, "(step=0, axTrusted=true) frame={{5, 6}, {480, 560}}"},
-      {"2", "(step=2, axTrusted=true) frame={{400, 108}, {480, 560}}"},
       {"7", "(step=3, axTrusted=true) frame={{400, 108}, {480, 560}}"},
       {"-1", "(step=0, axTrusted=true) frame={{400, 108}, {480, 560}}"},
   };
@@ -71,7 +70,6 @@ TEST_F(OnboardingControllerTest, ThePermissionIsPolledFromPresentationToTheEnd) 
   const auto controller = make();
   for (int i = 0; i < 2; ++i) controller->present();
   EXPECT_EQ(loop.runningTimers(), 1u);
-  log.lines.clear();
   for (const bool trusted : {true, false}) {
     loop.advance(2100ms);
     desktop.trusted = trusted;
@@ -79,11 +77,10 @@ TEST_F(OnboardingControllerTest, ThePermissionIsPolledFromPresentationToTheEnd) 
     EXPECT_EQ(controller->state().axTrusted.value(), !trusted);
     loop.advance(1ms);
     EXPECT_EQ(controller->state().axTrusted.value(), trusted);
+    EXPECT_EQ(log.lines.back(),
+              std::string("onboarding AX poll -> trusted=") + (trusted ? "true" : "false"));
   }
-  EXPECT_EQ(log.lines, (std::vector<std::string>{"onboarding AX poll -> trusted=true",
-                                                 "onboarding AX poll -> trusted=false"}));
-  controller->state().onFinish();
-  EXPECT_EQ(loop.runningTimers(), 0u);
+  EXPECT_EQ(log.lines.size(), 4u);
 }
 
 TEST_F(OnboardingControllerTest, ForcedUntrustedItStaysSo) {
@@ -93,31 +90,28 @@ TEST_F(OnboardingControllerTest, ForcedUntrustedItStaysSo) {
     controller->present();
     EXPECT_EQ(controller->state().axTrusted.value(), !forced);
     EXPECT_EQ(loop.runningTimers(), forced ? 0u : 1u);
+    desktop.asked.clear();
     controller->state().onRequestAccessibility();
-    EXPECT_EQ(desktop.asked.size(), forced ? 1u : 2u);
+    EXPECT_EQ(desktop.asked, std::vector<std::string>{"prompt"});
     EXPECT_EQ(log.lines.back(), "onboarding requested accessibility permission");
   }
 }
 
 TEST_F(OnboardingControllerTest, FinishingAndClosingBothCountAsSeen) {
   auto controller = make();
-  EXPECT_FALSE(controller->isDone());
-  controller->present();
-  controller->state().onFinish();
-  EXPECT_TRUE(controller->isDone());
-  EXPECT_FALSE(window.visible);
-  EXPECT_EQ(log.lines.back(), "onboarding finished");
-
-  defaults.values.clear();
-  window.frame.origin = {7, 7};
-  controller->present();
-  EXPECT_EQ(window.frame.origin, (Point{5, 6})) << "in the middle again";
+  for (const bool closes : {false, true}) {
+    defaults.values.clear();
+    EXPECT_FALSE(controller->isDone());
+    window.frame.origin = {7, 7};
+    controller->present();
+    EXPECT_EQ(window.frame.origin, (Point{5, 6})) << "in the middle, each time";
+    closes ? window.close() : controller->state().onFinish();
+    EXPECT_TRUE(controller->isDone());
+    EXPECT_FALSE(window.visible);
+    EXPECT_EQ(loop.runningTimers(), 0u);
+    EXPECT_EQ(log.lines.back() == "onboarding finished", !closes) << "closing is not logged";
+  }
   EXPECT_EQ(window.made, 1);
-  const std::size_t lines = log.lines.size();
-  window.close();
-  EXPECT_TRUE(controller->isDone());
-  EXPECT_EQ(loop.runningTimers(), 0u);
-  EXPECT_EQ(log.lines.size(), lines) << "closing is not logged";
   const auto finish = controller->state().onFinish;
   controller.reset();
   finish();
@@ -134,17 +128,14 @@ TEST_F(OnboardingControllerTest, ThePracticeNoticesTheSampleHoweverItCame) {
   EXPECT_FALSE(state.practiceCopied.value());
   for (int i = 0; i < 2; ++i) controller->checkCapturedText(kSample);
   EXPECT_TRUE(state.practiceCopied.value());
-  EXPECT_EQ(log.lines,
-            (std::vector<std::string>{"onboarding practice: sample copied to pasteboard",
-                                      "onboarding practice: sample captured into history"}));
+  EXPECT_EQ(log.lines.size(), 2u) << "each is logged once";
   state.practicePasteText.set(kSample.substr(1));
   EXPECT_FALSE(state.practicePasted.value());
   for (const std::string& text : {"<" + kSample + ">", std::string()}) {
     state.practicePasteText.set(text);
-    EXPECT_TRUE(state.practicePasted.value());
+    controller->present();
+    EXPECT_TRUE(state.practicePasted.value() && state.practiceCopied.value());
   }
-  controller->present();
-  EXPECT_TRUE(state.practicePasted.value() && state.practiceCopied.value());
 }
 
 }  // namespace

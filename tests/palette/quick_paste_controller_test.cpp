@@ -91,7 +91,7 @@ TEST_F(QuickPasteControllerTest, AFilterKeepsOrderCountsBothSectionsAndSearchesT
       {" \t\u00a0", all, 3},  {" abc\t", {"xABCx", "abc"}, 2},
       {"abcx", {"xABCx"}, 0}, {"abc", {"xABCx", "abc"}, 2},
       {"\nabc", {}, 0},       {"source", {}, 0},
-      {"tag", {}, 0},         {"", all, 3},
+      {"", all, 3},
   };
   for (const auto& [query, texts, count] : cases) {
     state.query.set(query);
@@ -158,10 +158,8 @@ TEST_F(QuickPasteControllerTest, KeysActOnTheListOrTypeIntoTheFilter) {
       {"2", {kKeypadEnter, kShift, "\r"}, true, {"clip 2"}},
       {"none", {kReturn, 0, "\r"}, true, {}},
       {"", {kOther, kOption, "3"}, true, {"clip 2"}},
-      {"", {kOther, 0, "三"}, true, {"clip 2"}},
       {"", {kOther, 0, "4"}, false, {}},
       {"", {kOther, 0, "0"}, false, {}},
-      {"", {kOther, 0, "a"}, false, {}},
       {"", {kOther, kCommand, "1"}, false, {}},
       {"", {kOther, kControl, "1"}, false, {}},
       {"c", {kOther, 0, "1"}, false, {}},
@@ -169,6 +167,7 @@ TEST_F(QuickPasteControllerTest, KeysActOnTheListOrTypeIntoTheFilter) {
       {"", {kLeftArrow, 0, ""}, true, {}},
       {"c", {kUpArrow, 0, ""}, true, {}},
       {"c", {kTab, 0, "\t"}, true, {}},
+      {"", {kEscape, 0, ""}, true, {}},
   };
   for (const auto& [query, event, consumed, expected] : cases) {
     SCOPED_TRACE(query + event.charactersIgnoringModifiers);
@@ -180,7 +179,7 @@ TEST_F(QuickPasteControllerTest, KeysActOnTheListOrTypeIntoTheFilter) {
     panel.composing = false;
     EXPECT_EQ(events.press(event), consumed);
     EXPECT_EQ(confirmed, expected);
-    EXPECT_EQ(panel.visible, expected.empty());
+    EXPECT_EQ(panel.visible, expected.empty() && event.keyCode != kEscape);
   }
 }
 
@@ -261,7 +260,6 @@ TEST_F(QuickPasteControllerTest, ItMovesOnlyWhenItsScreenGoesAway) {
 
 TEST_F(QuickPasteControllerTest, ItClosesWhenThePersonTurnsAway) {
   const std::pair<const char*, std::function<void()>> ways[] = {
-      {"Escape", [&] { press(kEscape); }},
       {"a click elsewhere", [&] { events.clickElsewhere(); }},
       {"a click in another window of its own", [&] { events.click(WindowId{7}); }},
       {"the keyboard goes elsewhere", [&] { panel.resign(); }},
@@ -273,9 +271,6 @@ TEST_F(QuickPasteControllerTest, ItClosesWhenThePersonTurnsAway) {
     EXPECT_EQ(events.keys.callbacks.size(), 1u);
     events.click(test::FakeWindow::kId);
     loop.drain();
-    panel.composing = true;
-    EXPECT_FALSE(press(kEscape)) << "it ends the composing";
-    panel.composing = false;
     EXPECT_TRUE(panel.visible);
     happens();
     loop.drain();
@@ -283,10 +278,6 @@ TEST_F(QuickPasteControllerTest, ItClosesWhenThePersonTurnsAway) {
     EXPECT_TRUE(events.keys.callbacks.empty() && events.globalClicks.callbacks.empty() &&
                 events.localClicks.callbacks.empty());
   }
-  controller.setAutoDismissOnResign(false);
-  controller.present();
-  panel.resign();
-  EXPECT_TRUE(panel.visible);
 }
 
 /// Moves on at each reading, so that every slice of work is soon over.

@@ -44,28 +44,23 @@ class FakeLog : public SystemLog, public Journaling {
   std::vector<std::string> lines;
 };
 
+/// A token that says when it ends.
+template <typename Token>
+struct Ending : Token {
+  explicit Ending(std::function<void()> onEnd) : registration(std::move(onEnd)) {}
+  Subscription registration;
+};
+
 /// Callbacks under tokens: each is there until its token ends.
 template <typename Token, typename Callback>
 class Registry {
  public:
-  using End = std::function<void()>;
-
-  std::unique_ptr<Token> add(
-      Callback callback, End onEnd = [] {}) {
-    return add(++last_, std::move(callback), std::move(onEnd));
-  }
-  std::unique_ptr<Token> add(
-      int key, Callback callback, End onEnd = [] {}) {
-    struct Entry : Token {
-      Subscription registration;
-    };
-    auto entry = std::make_unique<Entry>();
-    entry->registration = Subscription([this, key, onEnd = std::move(onEnd)] {
+  std::unique_ptr<Token> add(Callback callback, std::function<void()> onEnd = nullptr) {
+    callbacks[++last_] = std::move(callback);
+    return std::make_unique<Ending<Token>>([this, key = last_, onEnd = std::move(onEnd)] {
       callbacks.erase(key);
-      onEnd();
+      if (onEnd) onEnd();
     });
-    callbacks[key] = std::move(callback);
-    return entry;
   }
 
   std::map<int, Callback> callbacks;
@@ -256,7 +251,8 @@ class FakeDesktop : public Accessibility,
 
   std::unique_ptr<SignalSource> make(int signal, std::function<void()> block) override {
     note("signal");
-    return signals.add(signal, std::move(block));
+    signals[signal] = std::move(block);
+    return std::make_unique<Ending<SignalSource>>([this, signal] { signals.erase(signal); });
   }
 
   bool trusted = true;
@@ -265,7 +261,7 @@ class FakeDesktop : public Accessibility,
   std::optional<RunningApplication> front;
   std::vector<std::string> asked;
   std::vector<KeyEvent> events;
-  Registry<SignalSource, std::function<void()>> signals;
+  std::map<int, std::function<void()>> signals;
 };
 
 }  // namespace brimlo::test
