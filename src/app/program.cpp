@@ -34,7 +34,7 @@ constexpr std::chrono::milliseconds kUntilPalette{500};
 constexpr std::chrono::seconds kUntilStarted{2};
 
 std::string prepareSettingsFolder(FileSystem& files, SystemLog& log) {
-  const std::string folder = xdgConfigHome().value_or(files.temporaryFolder()) + "/BrimloMac";
+  std::string folder = xdgConfigHome().value_or(files.temporaryFolder()) + "/BrimloMac";
   if (const std::error_code error = files.createPrivateFolder(folder)) {
     log.write("cannot use the settings folder " + folder + ": " + error.message());
   }
