@@ -19,16 +19,15 @@ class FakeFileSystem : public FileSystem, public Journaling {
 
   ReadResult read(const std::string& path) const override {
     note("read " + path.substr(path.rfind('/') + 1));
-    const auto failed = [](std::errc error) {
-      return ReadResult{std::nullopt, std::make_error_code(error)};
-    };
-    if (unreadable.contains(path)) return failed(unreadable.at(path));
-    if (!files.contains(path)) return failed(std::errc::no_such_file_or_directory);
+    const auto fault = unreadable.find(path);
+    if (fault != unreadable.end()) return {std::nullopt, std::make_error_code(fault->second)};
+    if (!files.contains(path))
+      return {std::nullopt, std::error_code(ENOENT, std::generic_category())};
     const std::string& bytes = files.at(path);
     FileContents contents;
     contents.size = bytes.size();
-    contents.bytes.reset(
-        static_cast<char*>(std::calloc(contents.size + FileContents::kPadding, 1)));
+    const std::size_t room = contents.size + FileContents::kPadding;
+    contents.bytes.reset(static_cast<char*>(std::calloc(room, 1)));
     std::memcpy(contents.bytes.get(), bytes.data(), contents.size);
     return {std::move(contents), {}};
   }
