@@ -86,22 +86,17 @@ TYPED_TEST(SharedDatabaseTest, TwoMayMakeTheTablesAndPushAtOnce) {
 /// What makes a run that finds nothing new cheap.
 TYPED_TEST(SharedDatabaseTest, AStoreTellsOnlyWhatIsNew) {
   const auto store = this->backend.store(), other = this->backend.store();
-  const auto push = [](RecordStore& pushing, const RecordPtr& record) {
+  const auto push = [](RecordStore& pushing, const char* name) {
     pushing.currentPlace();
+    const RecordPtr record = clipRecord(name);
     return std::get<RecordStore::Push>(pushing.push(std::span(&record, 1), {}));
   };
-  const Place begin = std::get<Place>(store->currentPlace());
-  const auto mine = push(*store, clipRecord("mine"));
-  EXPECT_EQ(mine.before, begin);
-  EXPECT_EQ(std::get<Place>(store->currentPlace()), mine.after);
-  const auto theirs = push(*other, clipRecord("theirs"));
+  const auto mine = push(*store, "mine"), theirs = push(*other, "theirs");
   EXPECT_EQ(theirs.before, mine.after);
-  struct Case {
-    Place known;
-    Names told;
-  };
-  for (const auto& [known, told] :
-       {Case{{}, {"mine", "theirs"}}, {mine.after, {"theirs"}}, {theirs.after, {}}}) {
+  EXPECT_EQ(std::get<Place>(store->currentPlace()), theirs.after);
+  const std::pair<Place, Names> cases[] = {
+      {{}, {"mine", "theirs"}}, {mine.after, {"theirs"}}, {theirs.after, {}}};
+  for (const auto& [known, told] : cases) {
     const auto changes = std::get<RecordStore::Changes>(store->changesSince(known));
     Names names;
     for (const RecordPtr& record : changes.saved) names.insert(record->id.name);
