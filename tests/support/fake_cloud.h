@@ -45,17 +45,16 @@ class FakeCloud : public CloudDatabase {
   std::variant<Page, CloudError> recordsContinuing(const Cursor& cursor) override {
     asked.push_back(cursor.type + " " + std::to_string(cursor.position));
     if (failing.contains(asked.back())) return CloudError{"gone"};
-    std::vector<RecordPtr> all;
-    for (const auto& [id, record] : *records_) {
-      if (id.first == cursor.type) all.push_back(record);
-    }
     Page page;
-    for (std::size_t at = cursor.position; at < all.size() && page.records.size() < pageSize;
-         ++at) {
-      page.records.push_back(all[at]);
+    std::size_t at = 0;
+    for (const auto& [id, record] : *records_) {
+      if (id.first != cursor.type || at++ < cursor.position) continue;
+      if (page.records.size() == pageSize) {
+        page.cursor = Cursor{cursor.type, cursor.position + pageSize};
+        break;
+      }
+      page.records.push_back(record);
     }
-    const std::size_t end = cursor.position + page.records.size();
-    if (end < all.size()) page.cursor = Cursor{cursor.type, end};
     return page;
   }
 
@@ -102,12 +101,10 @@ class FakeBackground : public BackgroundQueue, public Journaling {
 class FakeEntitlements : public Entitlements {
  public:
   std::optional<std::vector<std::string>> stringList(std::string_view name) const override {
-    const auto found = lists.find(std::string(name));
-    return found == lists.end() ? std::nullopt : std::optional(found->second);
+    return name == "com.apple.developer.icloud-services" ? services : std::nullopt;
   }
 
-  std::map<std::string, std::vector<std::string>> lists = {
-      {"com.apple.developer.icloud-services", {"CloudKit"}}};
+  std::optional<std::vector<std::string>> services{{"CloudKit"}};
 };
 
 }  // namespace brimlo::test

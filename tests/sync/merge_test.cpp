@@ -12,7 +12,7 @@ namespace {
 
 using namespace test;
 
-TEST(RecordConversions, AFieldThatIsMissingOrOfAnotherTypeFallsBack) {
+TEST(RecordConversions, EachComesBackAndAMissingOrForeignFieldFallsBack) {
   const Date nan{std::numeric_limits<double>::quiet_NaN()};
   struct Case {
     std::vector<std::pair<std::string, FieldValue>> fields;
@@ -30,18 +30,13 @@ TEST(RecordConversions, AFieldThatIsMissingOrOfAnotherTypeFallsBack) {
   };
   for (const auto& [fields, expected] : cases) {
     EXPECT_EQ(clipFromRecord({{"Clip", "id"}, fields}), expected);
+    if (!expected) continue;
+    EXPECT_EQ(clipFromRecord(recordFromClip(*expected)), expected);
   }
+  EXPECT_EQ(recordFromClip(*clips("a:x@1#")[0]).field("tags"), nullptr);
   EXPECT_EQ(templateFromRecord({{"Template", "id"}, {{"body", "b"}}}), std::nullopt);
   EXPECT_EQ(templateFromRecord({{"Template", "id"}, {{"title", "t"}, {"createdAt", 1.0}}}),
             (Template{"id", "t", "", 0}));
-}
-
-TEST(RecordConversions, AClipComesBackAsItWas) {
-  for (double savedAt = 1.6e12; savedAt < 2.1e12; savedAt *= 1.001) {
-    const Clip original{"id", std::string("a\0b", 3), savedAt, "x", {{"tag"}}};
-    EXPECT_EQ(clipFromRecord(recordFromClip(original)), original);
-  }
-  EXPECT_EQ(recordFromClip(*clips("a:x@1#")[0]).field("tags"), nullptr);
   const Template made{"id", "title", "body", 1e12};
   EXPECT_EQ(templateFromRecord(recordFromTemplate(made)), made);
 }
