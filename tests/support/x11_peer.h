@@ -1,15 +1,15 @@
 #pragma once
 
-#include <xcb/xcb.h>
-
-#include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
+
+#include "base/weak_anchor.h"
+#include "platform/x11/input_only_window.h"
+#include "platform/x11/x11_connection.h"
 
 namespace brimlo::test {
 
@@ -20,15 +20,14 @@ struct Offer {
   enum class Manner { kPrompt, kSilent, kKnowsNoTargets } manner = Manner::kPrompt;
   std::chrono::milliseconds delay{0};  ///< before each answer
   std::size_t chunk = 0;               ///< above 0: sends incrementally, in pieces of this size
-  std::size_t diesAfterChunks = 0;     ///< above 0: its connection breaks then
+  std::size_t diesAfter = 0;           ///< above 0: its connection breaks after so many bytes
   std::uint32_t announces = 0;         ///< the lower bound of the size of an incremental text
 };
 
-/// Another client of the X server, with a connection and a thread of its own.
+/// Another client of the X server, served by the same run loop.
 class X11Peer {
  public:
   X11Peer();
-  ~X11Peer();
 
   /// Takes the CLIPBOARD selection; it has when this returns.
   void own(Offer offer);
@@ -37,30 +36,30 @@ class X11Peer {
   /// Goes away as a process that ends does.
   void die();
 
-  std::atomic<int> answers = 0;  ///< how many requests it has answered
+  int requests = 0;  ///< how many it has dealt with: answered, unless its manner is to be silent
 
  private:
   struct Outgoing {
     xcb_window_t requestor;
     xcb_atom_t property, type;
-    std::shared_ptr<const Offer> offer;
-    const std::string* bytes;  // in the offer
-    std::size_t sent = 0, chunks = 0;
+    Offer offer;
+    std::string bytes;
+    std::size_t sent = 0;
   };
   void take(xcb_window_t owner);
-  void serve();
-  void answer(const xcb_selection_request_event_t& request);
+  void handle(const xcb_generic_event_t& event);
+  void answer(const Offer& offer, const xcb_selection_request_event_t& request);
   void sendChunk(const xcb_property_notify_event_t& taken);
   void put(const xcb_selection_request_event_t& request, xcb_atom_t type, std::uint8_t format,
            std::size_t count, const void* data);
   xcb_atom_t atom(const std::string& name);
 
-  xcb_connection_t* xcb_ = xcb_connect(nullptr, nullptr);
-  xcb_window_t window_ = xcb_generate_id(xcb_);
-  std::mutex mutex_;
-  std::shared_ptr<const Offer> offer_ = std::make_shared<Offer>();
+  std::unique_ptr<X11Connection> x11_ = X11Connection::open().connection;
+  InputOnlyWindow window_{*x11_, XCB_EVENT_MASK_NO_EVENT};
+  Offer offer_;
   std::vector<Outgoing> outgoing_;
-  std::thread thread_;
+  Subscription events_;
+  WeakAnchor anchor_;
 };
 
 }  // namespace brimlo::test
