@@ -209,9 +209,11 @@ TEST_F(X11PasteboardTest, TextsOfManyMegabytesPassBothWays) {
   ASSERT_TRUE(pasteboard.string() == large);
   world.ownerGoesAway();
   {
-    QProcess leavingInTheMiddle;
-    leavingInTheMiddle.start("xclip", {"-o", "-selection", "clipboard"});
-    EXPECT_TRUE(wait([&] { return leavingInTheMiddle.bytesAvailable() > 0; }));
+    QProcess leaving;
+    leaving.start("xclip", {"-o", "-selection", "clipboard"});
+    EXPECT_TRUE(wait([&] { return leaving.bytesAvailable() > 0; }));
+    leaving.kill();
+    leaving.waitForFinished();
   }
   EXPECT_TRUE(world.pastedElsewhere() == large);
   world.own({.texts = {{kText, std::string(10'000'000, 'y')}}});

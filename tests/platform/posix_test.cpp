@@ -10,8 +10,8 @@
 #include <filesystem>
 #include <fstream>
 #include <future>
+#include <iterator>
 #include <random>
-#include <sstream>
 #include <thread>
 
 #include "platform/posix/folder_lock.h"
@@ -27,9 +27,8 @@ namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
 std::string contentOf(const fs::path& path) {
-  std::ostringstream content;
-  content << std::ifstream(path).rdbuf();
-  return content.str();
+  std::ifstream file(path);
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 class PosixTest : public testing::Test {

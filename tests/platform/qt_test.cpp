@@ -3,7 +3,7 @@
 #include <QTemporaryDir>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 
 #include "platform/qt/ini_user_defaults.h"
 #include "platform/qt/qt_strings.h"
@@ -13,9 +13,8 @@ namespace brimlo {
 namespace {
 
 std::string contentOf(const std::string& path) {
-  std::ostringstream content;
-  content << std::ifstream(path).rdbuf();
-  return content.str();
+  std::ifstream file(path);
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 TEST(IniUserDefaults, WritesThroughAndReadsWhatIsEditedByHand) {

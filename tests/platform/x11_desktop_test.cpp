@@ -116,10 +116,14 @@ class X11DesktopTest : public testing::Test {
     run("xdotool search --onlyvisible --class '^" + name + "$' " +
         (managed() ? "windowactivate" : "windowfocus") + " --sync");
   }
+  /// Whether it is in front and has the keyboard too, which a window manager does one after the
+  /// other.
   bool bringToFront(const std::string& name) {
     if (front() != name) activate(name);
     sync();
-    return front() == name;
+    const auto application = workspace.frontmostApplication();
+    return application && application->bundleIdentifier == name &&
+           workspace.topLevelOf(focus()) == xcbWindow(application->window);
   }
   std::string typedInto(const std::string& name) {
     QFile file(folder.filePath(QString::fromStdString(name)));
@@ -201,15 +205,28 @@ TEST_F(X11DesktopTest, AWindowComesBackToTheFrontFromWhereverItIsUntilItHasQuit)
   EXPECT_EQ(front(), "");
   QProcess& first = open("First");
   const RunningApplication remembered = *workspace.frontmostApplication();
-  const std::string id = std::to_string(xcbWindow(remembered.window));
+  const xcb_window_t window = xcbWindow(remembered.window);
+  const std::string id = std::to_string(window);
   open("Second", "+0+400");
-  for (const std::string& away :
-       {"getwindowname " + id, "windowminimize " + id, "set_desktop_for_window " + id + " 2"}) {
-    ASSERT_TRUE(wait([&] { return bringToFront("Second"); })) << away;
-    run("xdotool " + away);
+  constexpr std::uint32_t kNormal = 1, kIconic = 3;
+  const struct {
+    std::string command;
+    xcb_atom_t property;  // has this value once the window manager has carried the command out
+    std::uint32_t value;
+  } kCases[] = {
+      {"getwindowname " + id, x11->atoms().wmState, kNormal},
+      {"windowminimize " + id, x11->atoms().wmState, kIconic},
+      {"set_desktop_for_window " + id + " 2", x11->atoms().wmDesktop, 2},
+  };
+  for (const auto& away : kCases) {
+    ASSERT_TRUE(wait([&] { return bringToFront("Second"); })) << away.command;
+    run("xdotool " + away.command);
+    EXPECT_TRUE(!managed() || wait([&] {
+      return away.value == numberProperty(*x11, window, away.property, XCB_GET_PROPERTY_TYPE_ANY);
+    }));
     sync();
     EXPECT_EQ(workspace.activate(remembered), Workspace::Activation::kAsked);
-    EXPECT_TRUE(wait([&] { return front() == "First"; })) << away;
+    EXPECT_TRUE(wait([&] { return front() == "First"; })) << away.command;
     run("xdotool set_desktop 0 set_desktop_for_window " + id + " 0");
   }
   end(first);
@@ -235,8 +252,6 @@ TEST_F(X11DesktopTest, AHotKeyReachesThisProgramAloneOnceAPressWhicheverLocksAre
   open("First");
   const auto hotKey = registerHotKey();
   ASSERT_EQ(hotKey.status, 0);
-  std::unique_ptr<EventHandler> once =
-      hotKeys.installEventHandler([&](const EventHotKeyID&) { once.reset(); });
   run("xmodmap -e 'add mod3 = Scroll_Lock'");
   for (const std::string locks :
        {"true", "key Caps_Lock", "key Num_Lock", "key Scroll_Lock", "key Caps_Lock Num_Lock"}) {
@@ -307,7 +322,8 @@ TEST_F(X11DesktopTest, AHotKeyFollowsTheLayoutAndWhatItCannotTakeIsLogged) {
   EXPECT_TRUE(wait([&] { return press(kKeyOfV) == 1; }));
 }
 
-TEST_F(X11DesktopTest, ThePanelHasTheKeyboardWhileTheApplicationStaysInFront) {
+TEST_F(X11DesktopTest, ThePanelHasTheKeyboardWhileTheApplicationStaysInFrontUntilAnotherComes) {
+  open("Other", "+0+400");
   open("First");
   const auto hotKey = registerHotKey();
   const xcb_window_t before = xcbWindow(workspace.frontmostApplication()->window);
@@ -326,23 +342,17 @@ TEST_F(X11DesktopTest, ThePanelHasTheKeyboardWhileTheApplicationStaysInFront) {
     panel.hide();
     sync();
     EXPECT_EQ(focus(), before);
-    EXPECT_EQ(front(), "First");
   }
   run("xdotool key x");
   EXPECT_TRUE(wait([&] { return typedInto("First") == "x"; }));
   EXPECT_EQ(losses, 0);
-}
 
-TEST_F(X11DesktopTest, TheLossOfTheKeyboardIsToldOnceAndTheFrontIsLiveAgain) {
-  open("First");
-  open("Second", "+0+400");
   takeKeyboard();
-  EXPECT_EQ(front(), "Second");
-  activate("First");
-  EXPECT_TRUE(wait([&] { return losses == 1 && front() == "First"; }));
+  activate("Other");
+  EXPECT_TRUE(wait([&] { return losses == 1 && front() == "Other"; }));
   giveKeyboardBack();
   sync();
-  EXPECT_EQ(front(), "First");
+  EXPECT_EQ(front(), "Other");
   EXPECT_EQ(losses, 1);
 }
 
@@ -450,15 +460,11 @@ TEST_F(X11DesktopTest, KeysAreToldByTheirCodesModifiersAndTexts) {
 TEST_F(X11DesktopTest, ClicksAreToldByWhoseWindowTheyAreOn) {
   open("First");
   takeKeyboard();
-  int elsewhere = 0, self = 0;
+  int elsewhere = 0;
   std::vector<WindowId> own;
   const auto local =
       monitors.addLocalMouseDownMonitor([&](WindowId window) { own.push_back(window); });
   auto global = monitors.addGlobalMouseDownMonitor([&] { ++elsewhere; });
-  std::unique_ptr<EventMonitor> once = monitors.addGlobalMouseDownMonitor([&] {
-    ++self;
-    once.reset();
-  });
   const auto click = [&](const char* what) {
     run(std::string("xdotool mousemove ") + what);
     sync();
@@ -469,7 +475,6 @@ TEST_F(X11DesktopTest, ClicksAreToldByWhoseWindowTheyAreOn) {
   EXPECT_EQ(click("60 60 click 4"), Told(0, {})) << "the wheel";
   EXPECT_EQ(click("700 500 click 1"), Told(1, {})) << "no window at all";
   EXPECT_EQ(click("850 650 click 1"), Told(0, {static_cast<WindowId>(panel.winId())}));
-  EXPECT_EQ(self, 1) << "a monitor that removed itself";
   global.reset();
   EXPECT_EQ(click("60 60 click 1"), Told(0, {}));
 }
