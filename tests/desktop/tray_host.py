@@ -68,10 +68,9 @@ def on_line(source, _condition):
     elif words[0] == "properties":
         said = ask_item("org.freedesktop.DBus.Properties", "GetAll",
                         GLib.Variant("(s)", (ITEM,)))[0]
-        sizes = [(width, height, len(bytes(pixels))) for width, height, pixels in
-                 said["IconPixmap"]]
-        print(said["Category"], said["Id"], said["Title"], said["Status"], said["ItemIsMenu"],
-              sizes, flush=True)
+        sizes = [(*size, len(bytes(pixels))) for *size, pixels in said["IconPixmap"]]
+        print(*(said[name] for name in ("Category", "Id", "Title", "Status", "ItemIsMenu")), sizes,
+              flush=True)
     elif words[0] == "click":
         ask_item(ITEM, "Activate", GLib.Variant("(ii)", tuple(map(int, words[1:3]))))
         print("clicked", flush=True)
