@@ -1,7 +1,7 @@
 """A text field in some application, for the program to paste into. The field says what stands in
 it: at every change a line with the text.
 
-usage: field.py gtk-entry|gtk-view|qt-line|terminal"""
+usage: field.py gtk|qt|terminal"""
 
 import json
 import os
@@ -56,37 +56,24 @@ def say(text):
     print(json.dumps(text), flush=True)
 
 
-def gtk(make):
+def gtk():
     import gi
     gi.require_version("Gtk", "3.0")
     from gi.repository import Gtk
     window = Gtk.Window(title=sys.argv[1])
     window.set_default_size(400, 80)
-    window.add(make(Gtk))
+    view = Gtk.TextView()
+    view.get_buffer().connect("changed", lambda buffer: say(buffer.get_property("text")))
+    window.add(view)
     window.show_all()
-    window.connect("destroy", Gtk.main_quit)
     say("")
     Gtk.main()
 
 
-def gtk_entry(toolkit):
-    entry = toolkit.Entry()
-    entry.connect("changed", lambda changed: say(changed.get_text()))
-    return entry
-
-
-def gtk_view(toolkit):
-    view = toolkit.TextView()
-    view.get_buffer().connect("changed", lambda buffer: say(
-        buffer.get_text(buffer.get_start_iter(), buffer.get_end_iter(), False)))
-    return view
-
-
-def qt_line():
+def qt():
     from PyQt5.QtWidgets import QApplication, QLineEdit
     application = QApplication(["field"])
     line = QLineEdit()
-    line.setMaxLength(100_000_000)
     line.setWindowTitle(sys.argv[1])
     line.textChanged.connect(say)
     line.show()
@@ -107,5 +94,4 @@ def terminal():
 
 
 if __name__ == "__main__":
-    {"gtk-entry": lambda: gtk(gtk_entry), "gtk-view": lambda: gtk(gtk_view), "qt-line": qt_line,
-     "terminal": terminal}[sys.argv[1]]()
+    {"gtk": gtk, "qt": qt, "terminal": terminal}[sys.argv[1]]()

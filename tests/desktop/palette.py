@@ -28,7 +28,7 @@ def expect_closed(desk, what):
 
 
 def hotkey_to_editor(desk):
-    field = Field(desk, "gtk-entry")
+    field = Field(desk, "gtk")
     desk.run("xdotool", "mousemove", *POINTER)
     desk.check("the hotkey opens it", desk.open_palette())
     desk.check(f"500 wide, centred on the pointer, its top 40 above it: {desk.palette_place()}",
@@ -56,7 +56,7 @@ def hotkey_to_editor(desk):
 
 
 def keys_and_pointer(desk):
-    field = Field(desk, "gtk-entry")
+    field = Field(desk, "gtk")
     desk.copy("third")
     desk.open_palette()
     desk.type("nothing has this")

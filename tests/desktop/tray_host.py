@@ -22,8 +22,6 @@ INTERFACES = Gio.DBusNodeInfo.new_for_xml(f"""<node>
   <interface name="{WATCHER}">
     <method name="RegisterStatusNotifierItem"><arg type="s" direction="in"/></method>
     <property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
-    <property name="RegisteredStatusNotifierItems" type="as" access="read"/>
-    <property name="ProtocolVersion" type="i" access="read"/>
   </interface>
   <interface name="{PORTAL}">
     <method name="Read"><arg type="s" direction="in"/><arg type="s" direction="in"/>
@@ -46,10 +44,8 @@ def on_call(_bus, _sender, _path, _interface, method, parameters, invocation):
         invocation.return_value(GLib.Variant.new_tuple(GLib.Variant("v", inner)))
 
 
-def on_get(_bus, _sender, _path, _interface, name):
-    return {"IsStatusNotifierHostRegistered": GLib.Variant("b", True),
-            "RegisteredStatusNotifierItems": GLib.Variant("as", items),
-            "ProtocolVersion": GLib.Variant("i", 0)}[name]
+def on_get(*_):
+    return GLib.Variant("b", True)
 
 
 def ask_item(interface, method, parameters):
