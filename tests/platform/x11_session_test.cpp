@@ -16,26 +16,6 @@
 namespace brimlo {
 namespace {
 
-/// The startup-notification messages that reach the root window of `x11`, one after the other.
-struct StartupMessages {
-  explicit StartupMessages(X11Connection& x11) : atoms(x11.atoms()) {
-    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(x11.xcb(), x11.root(), XCB_CW_EVENT_MASK, &events);
-    events_ = x11.addEventHandler([this](const xcb_generic_event_t& event) {
-      const auto& piece = reinterpret_cast<const xcb_client_message_event_t&>(event);
-      if ((event.response_type & 0x7F) != XCB_CLIENT_MESSAGE) return;
-      if (piece.type != (text.empty() ? atoms.startupInfoBegin : atoms.startupInfo)) return;
-      text.append(reinterpret_cast<const char*>(piece.data.data8), sizeof piece.data.data8);
-    });
-    x11.flush();
-  }
-  const X11Atoms& atoms;
-  std::string text;
-
- private:
-  Subscription events_;
-};
-
 TEST(X11Session, SaysWhyItCannotBeOpenedCompletesAStartAndEndsOnce) {
   int argc = 1;
   char name[] = "test";
@@ -53,12 +33,21 @@ TEST(X11Session, SaysWhyItCannotBeOpenedCompletesAStartAndEndsOnce) {
   ASSERT_NE(session, nullptr);
   const auto launcher = X11Connection::open().connection;
   launcher->serve();
-  StartupMessages messages(*launcher);
-  QCoreApplication::processEvents();
+  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+  launcher->check(xcb_change_window_attributes_checked(launcher->xcb(), launcher->root(),
+                                                       XCB_CW_EVENT_MASK, &events));
+  std::string message;
+  const Subscription pieces = launcher->addEventHandler([&](const xcb_generic_event_t& event) {
+    const auto& piece = reinterpret_cast<const xcb_client_message_event_t&>(event);
+    const X11Atoms& atoms = launcher->atoms();
+    if ((event.response_type & 0x7F) != XCB_CLIENT_MESSAGE) return;
+    if (piece.type != (message.empty() ? atoms.startupInfoBegin : atoms.startupInfo)) return;
+    message.append(reinterpret_cast<const char*>(piece.data.data8), sizeof piece.data.data8);
+  });
   session->useActivationToken("");
   session->useActivationToken("launcher/\"7\"_TIME42");
-  EXPECT_TRUE(test::wait([&] { return messages.text.size() == 40; }));
-  EXPECT_STREQ(messages.text.c_str(), R"(remove: ID="launcher/\"7\"_TIME42")");
+  EXPECT_TRUE(test::wait([&] { return message.size() == 40; }));
+  EXPECT_STREQ(message.c_str(), R"(remove: ID="launcher/\"7\"_TIME42")");
 
   std::vector<Session::End> ends;
   session->setOnEnd([&](Session::End how) { ends.push_back(how); });
