@@ -1,5 +1,5 @@
-"""A text field in some application, for the program to paste into. The field says what stands in
-it: at every change a line with the text.
+"""A text field in some application, for the program to paste into. At every change it prints the
+whole text, as a line of JSON.
 
 usage: field.py gtk|qt|terminal"""
 

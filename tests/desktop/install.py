@@ -3,9 +3,9 @@ what is there. Exits with 1 if anything is not as it should be.
 
 usage: install.py CMAKE BUILD VERSION"""
 
-import configparser
 import os
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -47,16 +47,10 @@ def installed(cmake, build, prefix, root=""):
 
 def entry(prefix, file):
     approves("desktop-file-validate", file)
-    parsed = configparser.RawConfigParser()
-    parsed.optionxform = str
-    parsed.read(file)
-    for group in parsed.values():
-        for key, value in group.items():
-            name = value.split()[0]
-            if key in ("Exec", "TryExec"):
-                check(f"{value} can be run", os.access(prefix / "bin" / name, os.X_OK))
-            elif key == "Icon":
-                check(f"the icon {name} is there", any((prefix / ICONS).rglob(f"{name}.*")))
+    for key, name in re.findall(r"^(Exec|TryExec|Icon)=(\S+)", file.read_text(), re.M):
+        there = (any((prefix / ICONS).rglob(f"{name}.*")) if key == "Icon"
+                 else os.access(prefix / "bin" / name, os.X_OK))
+        check(f"{key} {name} is there", there)
 
 
 def main():
