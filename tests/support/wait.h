@@ -7,8 +7,8 @@
 
 namespace brimlo::test {
 
-/// Turns the run loop until `holds`, for ten seconds at most. `holds` is not asked again once it has
-/// answered true.
+/// Turns the run loop until `holds`, for ten seconds at most. `holds` is not asked again once it
+/// has answered true.
 inline bool wait(const std::function<bool()>& holds) {
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
   while (!holds()) {

@@ -19,7 +19,7 @@ namespace brimlo {
 /// The functions of libpq. The library is loaded only when an account on a server needs it: with
 /// its own dependencies it takes more memory than the history does.
 struct LibPq {
-#define BRIMLO_POINTER(name) decltype(&::name) name;
+#define BRIMLO_POINTER(name) decltype(&::name) name;  // NOLINT(bugprone-macro-parentheses)
   BRIMLO_LIB_PQ_FUNCTIONS(BRIMLO_POINTER)
 #undef BRIMLO_POINTER
 
