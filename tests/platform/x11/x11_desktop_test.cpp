@@ -248,7 +248,7 @@ TEST_F(X11DesktopTest, NothingIsPostedWhileAPanelOfThisProgramHasTheKeyboard) {
   EXPECT_EQ(post(), Result::kPosted);
 }
 
-TEST_F(X11DesktopTest, AHotKeyReachesThisProgramAloneOnceAPressWhicheverLocksAreOn) {
+TEST_F(X11DesktopTest, EachPressOfAHotKeyIsToldOnceWhicheverLocksAreOn) {
   open("First");
   const auto hotKey = registerHotKey();
   ASSERT_EQ(hotKey.status, 0);
@@ -272,7 +272,7 @@ TEST_F(X11DesktopTest, AHotKeyReachesThisProgramAloneOnceAPressWhicheverLocksAre
   EXPECT_EQ(typedInto("First"), "x");
 }
 
-TEST_F(X11DesktopTest, AHotKeyThatAnotherProgramHasIsRefusedWholeAndFreeAfterwards) {
+TEST_F(X11DesktopTest, AHotKeyThatAnotherProgramHasIsRefusedAndNothingOfItIsKept) {
   EXPECT_NE(registerHotKey(8).status, 0);
   auto other = X11Connection::open().connection;
   ASSERT_TRUE(grab(*other, kKeyOfV, kModifiers | XCB_MOD_MASK_LOCK));
