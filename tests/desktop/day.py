@@ -85,6 +85,10 @@ def a_day(desk):
     process = pathlib.Path(f"/proc/{desk.brimlo.pid}")
     for number in range(2):  # what is made at first use is there after this
         spend_round(desk, number)
+    press_item(desk, SYNC - 1)
+    desk.wait(lambda: desk.logged("sync database: made the tables"))
+    desk.keys("Escape")
+    closes(desk)
     before, open_before = memory(desk, process), descriptors(process)
     for number in range(2, ROUNDS):
         spend_round(desk, number)
