@@ -1,12 +1,12 @@
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <iostream>
 #include <string>
 #include <utility>
 
 #include "app/command_line.h"
 #include "app/program.h"
+#include "platform/freedesktop/activation_token.h"
 #include "platform/freedesktop/dbus_notifications.h"
 #include "platform/freedesktop/running_instance.h"
 #include "platform/posix/folder_lock.h"
@@ -22,15 +22,6 @@ namespace {
 /// How long a second start waits for the running program to answer.
 constexpr std::chrono::seconds kAnswer{3};
 
-/// What the desktop gave this start to show that the person asked for it; empty without.
-std::string activationToken() {
-  for (const char* name : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
-    const char* token = std::getenv(name);
-    if (token && *token) return token;
-  }
-  return {};
-}
-
 /// Has the program that runs in `dataFolder` do what this start is for. Returns the exit status.
 int askRunningProgram(Start start, const std::string& dataFolder, SystemLog& log) {
   const std::string running = "already running for " + dataFolder;
@@ -41,7 +32,7 @@ int askRunningProgram(Start start, const std::string& dataFolder, SystemLog& log
   using Action = InstanceRequest::Action;
   const InstanceRequest request{
       .action = start == Start::kQuickPaste ? Action::kQuickPaste : Action::kOpenMenu,
-      .activationToken = activationToken()};
+      .activationToken = takeActivationToken()};
   const bool answered = askRunningInstance(instanceSocketPath(dataFolder), request, kAnswer);
   log.write(running + (answered ? std::string() : std::string(", but it does not answer")));
   return answered ? 0 : 1;
@@ -70,7 +61,7 @@ int main(int argc, char** argv) {
   if (lock.state() == FolderLock::State::kHeldByAnother)
     return askRunningProgram(*start, dataFolder, log);
 
-  const std::string token = activationToken();
+  const std::string token = takeActivationToken();
   DbusNotifications notifications;
   X11Session::OpenResult opened = X11Session::open(argc, argv, log, notifications);
   if (!opened.session) {

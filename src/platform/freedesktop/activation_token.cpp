@@ -1,0 +1,17 @@
+#include "platform/freedesktop/activation_token.h"
+
+#include <cstdlib>
+
+namespace brimlo {
+
+std::string takeActivationToken() {
+  std::string taken;
+  for (const char* name : {"XDG_ACTIVATION_TOKEN", "DESKTOP_STARTUP_ID"}) {
+    const char* token = std::getenv(name);
+    if (token && taken.empty()) taken = token;
+    unsetenv(name);
+  }
+  return taken;
+}
+
+}  // namespace brimlo
