@@ -32,10 +32,11 @@ def descriptors(process):
 
 
 def memory(desk, process):
-    """In megabytes, once it has settled."""
+    """What the program has written itself, in megabytes, once it has settled. Pages of libraries do
+    not count: whose they are depends on what else runs meanwhile."""
     desk.settle()
     said = (process / "smaps_rollup").read_text()
-    return int(re.search(r"^Pss:\s+(\d+)", said, re.M)[1]) / 1024
+    return int(re.search(r"^Anonymous:\s+(\d+)", said, re.M)[1]) / 1024
 
 
 def spend_round(desk, number):
