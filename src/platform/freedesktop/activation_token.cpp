@@ -11,6 +11,7 @@ std::string takeActivationToken() {
     if (token && taken.empty()) taken = token;
     unsetenv(name);
   }
+  if (taken.size() > kLongestActivationToken) taken.clear();
   return taken;
 }
 

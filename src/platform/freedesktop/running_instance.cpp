@@ -14,13 +14,12 @@
 #include <optional>
 #include <utility>
 
+#include "platform/freedesktop/activation_token.h"
+
 namespace brimlo {
 namespace {
 
 constexpr char kDone = 0;
-
-// A request is one datagram: the action's number, then the activation token.
-constexpr std::size_t kLongestToken = 1024;
 
 std::optional<sockaddr_un> addressOf(const std::string& path) {
   sockaddr_un address{};
@@ -69,8 +68,8 @@ bool askRunningInstance(const std::string& path, const InstanceRequest& request,
   sockaddr_un own{};
   own.sun_family = AF_UNIX;
   if (bind(asking.get(), plain(own), sizeof own.sun_family) != 0) return false;
-  std::string datagram(1, static_cast<char>(request.action));
-  if (request.activationToken.size() <= kLongestToken) datagram += request.activationToken;
+  // The action's number, then the token.
+  const std::string datagram = static_cast<char>(request.action) + request.activationToken;
   if (sendto(asking.get(), datagram.data(), datagram.size(), 0, plain(*address), sizeof *address) <
       0) {
     return false;
@@ -101,12 +100,12 @@ RunningInstance::~RunningInstance() {
 }
 
 void RunningInstance::serve() {
-  std::array<char, 1 + kLongestToken> datagram;
+  std::array<char, 1 + kLongestActivationToken> datagram;
   sockaddr_un from{};
   socklen_t length = sizeof from;
-  const ssize_t size = recvfrom(socket_.get(), datagram.data(), datagram.size(), 0,
+  const ssize_t size = recvfrom(socket_.get(), datagram.data(), datagram.size(), MSG_TRUNC,
                                 reinterpret_cast<sockaddr*>(&from), &length);
-  if (size < 1) return;
+  if (size < 1 || static_cast<std::size_t>(size) > datagram.size()) return;
   const InstanceRequest request{
       .action = static_cast<InstanceRequest::Action>(datagram[0]),
       .activationToken = std::string(datagram.data() + 1, static_cast<std::size_t>(size) - 1)};

@@ -10,6 +10,7 @@
 #include <QtEndian>
 #include <utility>
 
+#include "platform/freedesktop/activation_token.h"
 #include "platform/freedesktop/session_bus.h"
 
 namespace brimlo {
@@ -237,7 +238,10 @@ bool StatusNotifierItem::handleMessage(const QDBusMessage& message,
   const bool known = activates || givesToken || member == "SecondaryActivate" || member == "Scroll";
   if (!known) return false;
   connection.send(message.createReply());
-  if (givesToken) activationToken_ = arguments[0].toString().toStdString();
+  if (givesToken) {
+    activationToken_ = arguments[0].toString().toStdString();
+    if (activationToken_.size() > kLongestActivationToken) activationToken_.clear();
+  }
   if (activates && onActivate_) {
     onActivate_({arguments[0].toInt(), arguments[1].toInt(),
                  std::exchange(activationToken_, std::string())});
